@@ -13,8 +13,8 @@ class tst_Body : public QObject
 
 private Q_SLOTS:
     void titleIsTheProgramName();
-    void titleIsNeverTranslated();
-    void windowGrowsToItsPanel();
+    void titleIsNotTranslated();
+    void windowGrowsToTheSizeOfItsPanel();
     void panelIsTheOnlyContent();
     void menuBarAndStatusBarExistAndAreEmpty();
     void menuBarHasTheGeometryFromTheForm();
@@ -27,7 +27,7 @@ void tst_Body::titleIsTheProgramName()
     QCOMPARE(body.windowTitle(), QString("aelk"));
 }
 
-void tst_Body::titleIsNeverTranslated()
+void tst_Body::titleIsNotTranslated()
 {
     tests::MarkingTranslator translator;
     QVERIFY(QCoreApplication::installTranslator(&translator));
@@ -35,7 +35,7 @@ void tst_Body::titleIsNeverTranslated()
     QCOMPARE(body.windowTitle(), QString("aelk"));
 }
 
-void tst_Body::windowGrowsToItsPanel()
+void tst_Body::windowGrowsToTheSizeOfItsPanel()
 {
     Body body;
     QCOMPARE(body.size(), QSize(869, 121));

@@ -20,9 +20,9 @@ void tst_Language::argumentsChooseTheLanguage_data()
     QTest::newRow("no argument is Japanese") << QStringList{} << false;
     QTest::newRow("-j is Japanese") << QStringList{"-j"} << false;
     QTest::newRow("-e is English") << QStringList{"-e"} << true;
-    QTest::newRow("the last one wins: -e -j") << QStringList{"-e", "-j"} << false;
-    QTest::newRow("the last one wins: -j -e") << QStringList{"-j", "-e"} << true;
-    QTest::newRow("the last of three wins") << QStringList{"-e", "-j", "-e"} << true;
+    QTest::newRow("the last option wins: -e -j") << QStringList{"-e", "-j"} << false;
+    QTest::newRow("the last option wins: -j -e") << QStringList{"-j", "-e"} << true;
+    QTest::newRow("the last of three options wins") << QStringList{"-e", "-j", "-e"} << true;
     QTest::newRow("-E is ignored") << QStringList{"-E"} << false;
     QTest::newRow("-J is ignored") << QStringList{"-J"} << false;
     QTest::newRow("-J does not undo -e") << QStringList{"-e", "-J"} << true;

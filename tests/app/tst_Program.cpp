@@ -165,13 +165,13 @@ private Q_SLOTS:
     void startPrintsNothing_data();
     void startPrintsNothing();
 
-    void closingTheLastWindowEndsWithZero();
-    void exitStatusIsTheEventLoopsResult_data();
-    void exitStatusIsTheEventLoopsResult();
+    void closingTheLastWindowEndsTheProgramWithStatusZero();
+    void exitStatusIsTheResultOfTheEventLoop_data();
+    void exitStatusIsTheResultOfTheEventLoop();
     void openWindowKeepsTheProgramRunning_data();
     void openWindowKeepsTheProgramRunning();
-    void windowsCloseInEitherOrder_data();
-    void windowsCloseInEitherOrder();
+    void programEndsAfterWindowsCloseInEitherOrder_data();
+    void programEndsAfterWindowsCloseInEitherOrder();
 
 private:
     QString translated(const QString& context, const QString& source) const;
@@ -241,7 +241,7 @@ void tst_Program::argumentsChooseTheLanguage_data()
     QTest::newRow("-e is English") << QStringList{"-e"} << true;
     QTest::newRow("-e -j is Japanese") << QStringList{"-e", "-j"} << false;
     QTest::newRow("-j -e is English") << QStringList{"-j", "-e"} << true;
-    QTest::newRow("the last of three wins") << QStringList{"-e", "-j", "-e"} << true;
+    QTest::newRow("the last of three options wins") << QStringList{"-e", "-j", "-e"} << true;
     QTest::newRow("-E is ignored") << QStringList{"-E"} << false;
     QTest::newRow("-J is ignored") << QStringList{"-J"} << false;
     QTest::newRow("-J does not undo -e") << QStringList{"-e", "-J"} << true;
@@ -415,7 +415,7 @@ void tst_Program::startPrintsNothing()
     QCOMPARE(said, QByteArrayList());
 }
 
-void tst_Program::closingTheLastWindowEndsWithZero()
+void tst_Program::closingTheLastWindowEndsTheProgramWithStatusZero()
 {
     const Run run = runProgram({}, "snapshot; close Body");
     QVERIFY2(run.status == 0, run.errors.constData());
@@ -423,7 +423,7 @@ void tst_Program::closingTheLastWindowEndsWithZero()
     QVERIFY(run.snapshots.at(0)["quitsOnLastWindowClosed"].toBool());
 }
 
-void tst_Program::exitStatusIsTheEventLoopsResult_data()
+void tst_Program::exitStatusIsTheResultOfTheEventLoop_data()
 {
     QTest::addColumn<int>("status");
     QTest::newRow("status 0") << 0;
@@ -431,7 +431,7 @@ void tst_Program::exitStatusIsTheEventLoopsResult_data()
     QTest::newRow("status 77") << 77;
 }
 
-void tst_Program::exitStatusIsTheEventLoopsResult()
+void tst_Program::exitStatusIsTheResultOfTheEventLoop()
 {
     QFETCH(int, status);
     QCOMPARE(runProgram({}, QStringLiteral("exit %1").arg(status)).status, status);
@@ -461,17 +461,17 @@ void tst_Program::openWindowKeepsTheProgramRunning()
     QCOMPARE(run.status, 5);
 }
 
-void tst_Program::windowsCloseInEitherOrder_data()
+void tst_Program::programEndsAfterWindowsCloseInEitherOrder_data()
 {
     QTest::addColumn<QString>("first");
     QTest::addColumn<QString>("second");
-    QTest::newRow("the main window first") << "Body"
-                                           << "Displays";
-    QTest::newRow("the graphs first") << "Displays"
-                                      << "Body";
+    QTest::newRow("the main window is closed first") << "Body"
+                                                     << "Displays";
+    QTest::newRow("the graph window is closed first") << "Displays"
+                                                      << "Body";
 }
 
-void tst_Program::windowsCloseInEitherOrder()
+void tst_Program::programEndsAfterWindowsCloseInEitherOrder()
 {
     QFETCH(QString, first);
     QFETCH(QString, second);

@@ -22,17 +22,17 @@ class tst_CColors : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void baseListRepeatsFifteenColoursThreeTimes_data();
-    void baseListRepeatsFifteenColoursThreeTimes();
-    void listGrowsToRequestedSizeAndNeverShrinks();
-    void newColoursDeriveFromNeighboursAndWrapAround();
-    void brightColoursAreDarkened();
-    void laterRoundsUseGrownListAndStopAtRequestedSize();
+    void baseListContainsFifteenColoursThreeTimes_data();
+    void baseListContainsFifteenColoursThreeTimes();
+    void listGrowsToTheRequestedSizeButDoesNotShrink();
+    void newColourIsDerivedFromAColourAndItsNeighbour();
+    void brightDerivedColoursAreDarkened();
+    void laterRoundsUseTheGrownListUpToTheRequestedSize();
     void baseListIsExtendedWithDerivedColours();
     void derivedColoursAreOpaque();
 };
 
-void tst_CColors::baseListRepeatsFifteenColoursThreeTimes_data()
+void tst_CColors::baseListContainsFifteenColoursThreeTimes_data()
 {
     QTest::addColumn<int>("index");
     QTest::addColumn<QColor>("color");
@@ -46,7 +46,7 @@ void tst_CColors::baseListRepeatsFifteenColoursThreeTimes_data()
     }
 }
 
-void tst_CColors::baseListRepeatsFifteenColoursThreeTimes()
+void tst_CColors::baseListContainsFifteenColoursThreeTimes()
 {
     QFETCH(int, index);
     QFETCH(QColor, color);
@@ -56,7 +56,7 @@ void tst_CColors::baseListRepeatsFifteenColoursThreeTimes()
     QCOMPARE(colors.colors.at(30 + index), color);
 }
 
-void tst_CColors::listGrowsToRequestedSizeAndNeverShrinks()
+void tst_CColors::listGrowsToTheRequestedSizeButDoesNotShrink()
 {
     QCOMPARE(CColors().colors.size(), 45);
     for (const int requested : {-7, 0, 45}) {
@@ -70,7 +70,7 @@ void tst_CColors::listGrowsToRequestedSizeAndNeverShrinks()
     QVERIFY(CColors({}, -1).colors.isEmpty());
 }
 
-void tst_CColors::newColoursDeriveFromNeighboursAndWrapAround()
+void tst_CColors::newColourIsDerivedFromAColourAndItsNeighbour()
 {
     // Each new colour derives from a colour and its neighbour, the next colour in the
     // list, channel by channel. Here the colour is (100, 10, 7) and its neighbour is
@@ -82,7 +82,7 @@ void tst_CColors::newColoursDeriveFromNeighboursAndWrapAround()
     QCOMPARE(colors.colors.at(3), QColor(100, (10 + 40) / 3, 7));
 }
 
-void tst_CColors::brightColoursAreDarkened()
+void tst_CColors::brightDerivedColoursAreDarkened()
 {
     // A derived colour is darkened if the sum of its channels is above 500:
     // 201 + 181 + 121 = 503 is, 200 + 180 + 120 = 500 is not. Darkening multiplies red
@@ -100,7 +100,7 @@ void tst_CColors::brightColoursAreDarkened()
     QCOMPARE(CColors({QColor(255, 245, 1)}, 2).colors.at(1), QColor(204, 147, 0));
 }
 
-void tst_CColors::laterRoundsUseGrownListAndStopAtRequestedSize()
+void tst_CColors::laterRoundsUseTheGrownListUpToTheRequestedSize()
 {
     const auto grown = [](const QList<int>& reds, int requested) {
         return CColors(colorsOf(reds), requested).colors;

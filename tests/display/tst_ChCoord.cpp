@@ -64,24 +64,24 @@ private Q_SLOTS:
     void realLimitsAreSetTogetherOrPerAxis();
     void marginsAreTruncatedToWholePixels_data();
     void marginsAreTruncatedToWholePixels();
-    void marginsFollowTheirFractions();
-    void convertsIncreasingRanges_data();
-    void convertsIncreasingRanges();
-    void convertsReversedRanges_data();
-    void convertsReversedRanges();
-    void conversionClampsAtBothEnds_data();
-    void conversionClampsAtBothEnds();
+    void marginsAreFractionsOfTheWidgetSize();
+    void valuesAndPixelsAreConvertedInIncreasingRanges_data();
+    void valuesAndPixelsAreConvertedInIncreasingRanges();
+    void valuesAndPixelsAreConvertedInReversedRanges_data();
+    void valuesAndPixelsAreConvertedInReversedRanges();
+    void clampedConversionLimitsValuesToTheRange_data();
+    void clampedConversionLimitsValuesToTheRange();
     void emptyRealRangeYieldsInfiniteOrNaNPixels();
     void emptyPlotAreaYieldsInfiniteOrNaNValues();
-    void edgeBandsAreAtBothEnds_data();
-    void edgeBandsAreAtBothEnds();
+    void edgeBandsAreAtBothEndsOfEachAxis_data();
+    void edgeBandsAreAtBothEndsOfEachAxis();
     void edgeBandsExcludeTheirInnerLimits();
-    void areaAndScreenBandsHaveSeparateFractions();
-    void tickStepIsTheFirstOneThatIsWideEnough_data();
-    void tickStepIsTheFirstOneThatIsWideEnough();
+    void plotAreaAndScreenHaveSeparateEdgeBandFractions();
+    void tickStepIsTheFirstStepThatIsWideEnough_data();
+    void tickStepIsTheFirstStepThatIsWideEnough();
     void tickStepSearchEndsAfterEightDecades_data();
     void tickStepSearchEndsAfterEightDecades();
-    void emptyRealRangeMakesEveryStepWideEnough();
+    void emptyRealRangeGivesTheBaseAsTickStep();
     void tickStepOfYUsesScaleOfX();
     void textRowAndLabelWidthAreWholePixels();
 };
@@ -168,7 +168,7 @@ void tst_ChCoord::marginsAreTruncatedToWholePixels()
     QVERIFY(isScreen(cc, screen.left(), screen.top(), screen.right(), screen.bottom()));
 }
 
-void tst_ChCoord::marginsFollowTheirFractions()
+void tst_ChCoord::marginsAreFractionsOfTheWidgetSize()
 {
     ChCoord cc;
     cc.setScreen(0, 200, 400, 0);
@@ -180,7 +180,7 @@ void tst_ChCoord::marginsFollowTheirFractions()
     QVERIFY(isArea(cc, 100, 188, 350, 100));
 }
 
-void tst_ChCoord::convertsIncreasingRanges_data()
+void tst_ChCoord::valuesAndPixelsAreConvertedInIncreasingRanges_data()
 {
     QTest::addColumn<Conversion>("conversion");
     QTest::addColumn<double>("from");
@@ -208,7 +208,7 @@ void tst_ChCoord::convertsIncreasingRanges_data()
 
 // The tolerance of 1e-12 is about 18 ulps of 400, the widget's width in pixels, and far
 // below any visible difference.
-void tst_ChCoord::convertsIncreasingRanges()
+void tst_ChCoord::valuesAndPixelsAreConvertedInIncreasingRanges()
 {
     QFETCH(Conversion, conversion);
     QFETCH(double, from);
@@ -217,7 +217,7 @@ void tst_ChCoord::convertsIncreasingRanges()
     QVERIFY(qAbs(conversion(cc, from) - to) < 1e-12);
 }
 
-void tst_ChCoord::convertsReversedRanges_data()
+void tst_ChCoord::valuesAndPixelsAreConvertedInReversedRanges_data()
 {
     QTest::addColumn<Conversion>("conversion");
     QTest::addColumn<double>("from");
@@ -236,7 +236,7 @@ void tst_ChCoord::convertsReversedRanges_data()
 
 // The tolerance of 1e-12 is about 18 ulps of 400, the widget's width in pixels, and far
 // below any visible difference.
-void tst_ChCoord::convertsReversedRanges()
+void tst_ChCoord::valuesAndPixelsAreConvertedInReversedRanges()
 {
     QFETCH(Conversion, conversion);
     QFETCH(double, from);
@@ -246,7 +246,7 @@ void tst_ChCoord::convertsReversedRanges()
     QVERIFY(qAbs(conversion(cc, from) - to) < 1e-12);
 }
 
-void tst_ChCoord::conversionClampsAtBothEnds_data()
+void tst_ChCoord::clampedConversionLimitsValuesToTheRange_data()
 {
     QTest::addColumn<bool>("reversed");
     QTest::addColumn<Conversion>("conversion");
@@ -270,7 +270,7 @@ void tst_ChCoord::conversionClampsAtBothEnds_data()
 
 // The tolerance of 1e-12 is about 18 ulps of 400, the widget's width in pixels, and far
 // below any visible difference.
-void tst_ChCoord::conversionClampsAtBothEnds()
+void tst_ChCoord::clampedConversionLimitsValuesToTheRange()
 {
     QFETCH(bool, reversed);
     QFETCH(Conversion, conversion);
@@ -316,7 +316,7 @@ void tst_ChCoord::emptyPlotAreaYieldsInfiniteOrNaNValues()
     QCOMPARE(cc.s2rClampX(39), 10.0);
 }
 
-void tst_ChCoord::edgeBandsAreAtBothEnds_data()
+void tst_ChCoord::edgeBandsAreAtBothEndsOfEachAxis_data()
 {
     QTest::addColumn<EdgeTest>("isNear");
     QTest::addColumn<QList<double>>("nearPixels");
@@ -339,7 +339,7 @@ void tst_ChCoord::edgeBandsAreAtBothEnds_data()
         << QList<double>{31, 150, 269};
 }
 
-void tst_ChCoord::edgeBandsAreAtBothEnds()
+void tst_ChCoord::edgeBandsAreAtBothEndsOfEachAxis()
 {
     QFETCH(EdgeTest, isNear);
     QFETCH(QList<double>, nearPixels);
@@ -368,7 +368,7 @@ void tst_ChCoord::edgeBandsExcludeTheirInnerLimits()
     QVERIFY(cc.nearAreaEdgeX(39.999));
 }
 
-void tst_ChCoord::areaAndScreenBandsHaveSeparateFractions()
+void tst_ChCoord::plotAreaAndScreenHaveSeparateEdgeBandFractions()
 {
     PlotSurface cc;
     cc.areaEdge = 0.4; // bands of 0.4 * 340 = 136 and 0.4 * 255 = 102 pixels
@@ -386,7 +386,7 @@ void tst_ChCoord::areaAndScreenBandsHaveSeparateFractions()
 
 // The steps tried are 1, 2, 5, 10, 20, 50, ... times the base. One unit of x is 20
 // pixels wide, because 17 units fill the plot area of 340 pixels.
-void tst_ChCoord::tickStepIsTheFirstOneThatIsWideEnough_data()
+void tst_ChCoord::tickStepIsTheFirstStepThatIsWideEnough_data()
 {
     QTest::addColumn<double>("base");
     QTest::addColumn<double>("minPixels");
@@ -398,13 +398,13 @@ void tst_ChCoord::tickStepIsTheFirstOneThatIsWideEnough_data()
     QTest::newRow("step of 20") << 1.0 << 200.0 << 20.0;
     QTest::newRow("step of 50") << 1.0 << 400.0 << 50.0;
     QTest::newRow("base below one") << 0.125 << 10.0 << 0.625; // steps of 2.5, 5 and 12.5 pixels
-    QTest::newRow("base not a power of ten") << 3.0 << 100.0 << 6.0;
+    QTest::newRow("base that is not a power of ten") << 3.0 << 100.0 << 6.0;
     QTest::newRow("minimum of zero pixels") << 1.0 << 0.0 << 1.0;
     // The last step tried is 5e7 units, which is 1e9 pixels wide.
     QTest::newRow("last step tried") << 1.0 << 999999999.0 << 5e7;
 }
 
-void tst_ChCoord::tickStepIsTheFirstOneThatIsWideEnough()
+void tst_ChCoord::tickStepIsTheFirstStepThatIsWideEnough()
 {
     QFETCH(double, base);
     QFETCH(double, minPixels);
@@ -438,7 +438,7 @@ void tst_ChCoord::tickStepSearchEndsAfterEightDecades()
     QCOMPARE(cc.tickStep(base, minPixels), step);
 }
 
-void tst_ChCoord::emptyRealRangeMakesEveryStepWideEnough()
+void tst_ChCoord::emptyRealRangeGivesTheBaseAsTickStep()
 {
     PlotSurface cc;
     cc.setRealX(10, 10); // one unit is infinitely many pixels wide

@@ -43,10 +43,10 @@ private Q_SLOTS:
     void thereAreTwelveTables();
     void rampsContainKnownColors_data();
     void rampsContainKnownColors();
-    void tableConsistsOfWholeRamps_data();
-    void tableConsistsOfWholeRamps();
-    void channelsMoveOneLevelAtATime_data() { tableConsistsOfWholeRamps_data(); }
-    void channelsMoveOneLevelAtATime();
+    void tableSizeMatchesItsNumberOfRamps_data();
+    void tableSizeMatchesItsNumberOfRamps();
+    void adjacentEntriesDifferByAtMostOneLevel_data() { tableSizeMatchesItsNumberOfRamps_data(); }
+    void adjacentEntriesDifferByAtMostOneLevel();
     void unknownTypeYieldsFirstTable();
 };
 
@@ -78,7 +78,7 @@ void tst_ColorTables::rampsContainKnownColors()
     QTEST(display::colorTable(type).at(index), "color");
 }
 
-void tst_ColorTables::tableConsistsOfWholeRamps_data()
+void tst_ColorTables::tableSizeMatchesItsNumberOfRamps_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("entries");
@@ -88,7 +88,7 @@ void tst_ColorTables::tableConsistsOfWholeRamps_data()
     }
 }
 
-void tst_ColorTables::tableConsistsOfWholeRamps()
+void tst_ColorTables::tableSizeMatchesItsNumberOfRamps()
 {
     QFETCH(int, type);
     QFETCH(int, entries);
@@ -98,7 +98,7 @@ void tst_ColorTables::tableConsistsOfWholeRamps()
 // A channel that changes in a ramp changes by 255 levels in 255 steps. If no step is
 // larger than one level, the channel is linear, so its known ends determine all of its
 // values.
-void tst_ColorTables::channelsMoveOneLevelAtATime()
+void tst_ColorTables::adjacentEntriesDifferByAtMostOneLevel()
 {
     QFETCH(int, type);
     const QList<QColor> table = display::colorTable(type);

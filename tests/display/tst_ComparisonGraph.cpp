@@ -78,8 +78,8 @@ class tst_ComparisonGraph : public QObject
 private Q_SLOTS:
     void graphWithoutPointsIsEmpty();
     void rangeExtendsValencesByFixedMargin();
-    void matchesReferenceDrawing_data();
-    void matchesReferenceDrawing();
+    void graphMatchesTheReferenceDrawing_data();
+    void graphMatchesTheReferenceDrawing();
     void nonFiniteLastPointHasNoRedCircle();
     void manyPointsMatchPointByPointDrawing_data();
     void manyPointsMatchPointByPointDrawing();
@@ -114,7 +114,7 @@ void tst_ComparisonGraph::rangeExtendsValencesByFixedMargin()
     QCOMPARE(range.y1, 3.5 + 0.2);
 }
 
-void tst_ComparisonGraph::matchesReferenceDrawing_data()
+void tst_ComparisonGraph::graphMatchesTheReferenceDrawing_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<double>("lower");
@@ -125,11 +125,11 @@ void tst_ComparisonGraph::matchesReferenceDrawing_data()
     QTest::newRow("equal valences") << usualSize << 2.5 << 2.5;
     QTest::newRow("many grid lines") << usualSize << -20.0 << 25.0;
     QTest::newRow("more grid lines than pixels") << usualSize << -50.0 << 55.0;
-    QTest::newRow("lower valence above upper one") << usualSize << 3.0 << 2.0;
-    QTest::newRow("lower valence slightly above upper one") << usualSize << 2.52 << 2.48;
+    QTest::newRow("lower valence above upper valence") << usualSize << 3.0 << 2.0;
+    QTest::newRow("lower valence slightly above upper valence") << usualSize << 2.52 << 2.48;
 }
 
-void tst_ComparisonGraph::matchesReferenceDrawing()
+void tst_ComparisonGraph::graphMatchesTheReferenceDrawing()
 {
     QFETCH(QSize, size);
     QFETCH(double, lower);

@@ -89,23 +89,23 @@ class tst_CurvePainter : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void matchesOneCallPerSegment_data();
-    void matchesOneCallPerSegment();
+    void curveMatchesOneDrawCallPerSegment_data();
+    void curveMatchesOneDrawCallPerSegment();
     void pointsAreTruncatedToPixels();
     void fewerThanTwoPointsDrawNothing();
     void twoEqualPointsDrawADot();
     void nonFinitePointDropsItsSegments_data();
     void nonFinitePointDropsItsSegments();
-    void emptyRangesDrawNothing();
-    void deepZoomKeepsCrossingSegments_data();
-    void deepZoomKeepsCrossingSegments();
-    void horizontalLineStaysLevelWithFarEnds();
-    void highSpikeHasBothFlanks_data();
-    void highSpikeHasBothFlanks();
+    void curveInAnEmptyRangeIsNotDrawn();
+    void deepZoomKeepsSegmentsThatCrossTheView_data();
+    void deepZoomKeepsSegmentsThatCrossTheView();
+    void horizontalLineWithDistantEndsStaysHorizontal();
+    void bothFlanksOfAHighPeakAreDrawn_data();
+    void bothFlanksOfAHighPeakAreDrawn();
     void extremeNumbersCauseNoInvalidConversions();
 };
 
-void tst_CurvePainter::matchesOneCallPerSegment_data()
+void tst_CurvePainter::curveMatchesOneDrawCallPerSegment_data()
 {
     QTest::addColumn<int>("count");
     QTest::addColumn<QPen>("pen");
@@ -125,7 +125,7 @@ void tst_CurvePainter::matchesOneCallPerSegment_data()
     QTest::newRow("long, dashed pen") << 700 << QPen(Qt::black, 1.0, Qt::DashLine);
 }
 
-void tst_CurvePainter::matchesOneCallPerSegment()
+void tst_CurvePainter::curveMatchesOneDrawCallPerSegment()
 {
     QFETCH(int, count);
     QFETCH(QPen, pen);
@@ -183,7 +183,7 @@ void tst_CurvePainter::nonFinitePointDropsItsSegments()
     QCOMPARE(curve(PlotSurface(), points), singleLines(points));
 }
 
-void tst_CurvePainter::emptyRangesDrawNothing()
+void tst_CurvePainter::curveInAnEmptyRangeIsNotDrawn()
 {
     const Points points = randomPoints(10, 5);
     PlotSurface noWidth;
@@ -194,7 +194,7 @@ void tst_CurvePainter::emptyRangesDrawNothing()
     QCOMPARE(curve(noHeight, points), whiteSurface());
 }
 
-void tst_CurvePainter::deepZoomKeepsCrossingSegments_data()
+void tst_CurvePainter::deepZoomKeepsSegmentsThatCrossTheView_data()
 {
     QTest::addColumn<double>("half"); // half of the visible range
     QTest::newRow("hundredths") << 1e-2;
@@ -208,7 +208,7 @@ void tst_CurvePainter::deepZoomKeepsCrossingSegments_data()
 // plot area: it rises by 255 pixels over 340 pixels, which is 0.75 per pixel column. The tolerance
 // is two pixel rows, because the expected row and the ends of the drawn line are truncated to whole
 // pixels.
-void tst_CurvePainter::deepZoomKeepsCrossingSegments()
+void tst_CurvePainter::deepZoomKeepsSegmentsThatCrossTheView()
 {
     QFETCH(double, half);
     PlotSurface cc;
@@ -228,7 +228,7 @@ void tst_CurvePainter::deepZoomKeepsCrossingSegments()
 
 // The value 2 is at pixel row 270 - 51 * 3 = 117. One unit of x is 20 pixels wide, so
 // the ends of the line are 2e10 pixels outside the plot.
-void tst_CurvePainter::horizontalLineStaysLevelWithFarEnds()
+void tst_CurvePainter::horizontalLineWithDistantEndsStaysHorizontal()
 {
     const QImage image = curve(PlotSurface(), {{-1e9, 2}, {1e9, 2}});
     QImage expected = whiteSurface();
@@ -238,7 +238,7 @@ void tst_CurvePainter::horizontalLineStaysLevelWithFarEnds()
     QCOMPARE(image, expected);
 }
 
-void tst_CurvePainter::highSpikeHasBothFlanks_data()
+void tst_CurvePainter::bothFlanksOfAHighPeakAreDrawn_data()
 {
     QTest::addColumn<double>("height");
     QTest::newRow("a million") << 1e6;
@@ -251,7 +251,7 @@ void tst_CurvePainter::highSpikeHasBothFlanks_data()
 // picture, and falls to (20, 0) at pixel (240, 219). Its flanks are so steep that they
 // look vertical. The tolerance is one pixel column, because the peak is clipped and
 // truncated.
-void tst_CurvePainter::highSpikeHasBothFlanks()
+void tst_CurvePainter::bothFlanksOfAHighPeakAreDrawn()
 {
     QFETCH(double, height);
     const QImage image = curve(PlotSurface(), {{16, 0}, {18, height}, {20, 0}});

@@ -82,20 +82,20 @@ private Q_SLOTS:
 
     void stripIsAboveTheSurface();
     void startsDockedWithTitlesInTheStrip();
-    void signalsAndSlotsAreDeclaredInOrder();
+    void signalsAndSlotsAreDeclaredInTheExpectedOrder();
 
     void readOutShowsSixDigitsWithCursorAtStart_data();
     void readOutShowsSixDigitsWithCursorAtStart();
 
-    void stripShowsTitlesNotDrawnInThePlot_data();
-    void stripShowsTitlesNotDrawnInThePlot();
-    void plotShowsTitlesEnabledForIt_data() { stripShowsTitlesNotDrawnInThePlot_data(); }
-    void plotShowsTitlesEnabledForIt();
+    void stripShowsTheTitlesThatThePlotDoesNotDraw_data();
+    void stripShowsTheTitlesThatThePlotDoesNotDraw();
+    void plotDrawsOnlyTheEnabledTitles_data() { stripShowsTheTitlesThatThePlotDoesNotDraw_data(); }
+    void plotDrawsOnlyTheEnabledTitles();
     void titleOfXIsBetweenTheRangeLabels();
     void titleOfYReadsUpwardAtTheLeft();
-    void titlesFitOddPlotSizes();
-    void titlesOfLargePlotsAreTwelvePointsHigh();
-    void titlesAreBlackAndRestoreThePainter();
+    void titlesFitTheirBoxesOnOddSurfaceSizes();
+    void titlesOfLargePlotsAreLimitedToTwelvePoints();
+    void drawXYTitleDrawsInBlackAndRestoresTheTransform();
     void plotWithoutDataHasNoTitlesButShowsTheMousePosition();
     void titlesReturnWhenTheClientDrawsAgain();
 
@@ -157,7 +157,7 @@ void tst_DispABase::startsDockedWithTitlesInTheStrip()
     QCOMPARE(m_frame->yTitle, QString());
 }
 
-void tst_DispABase::signalsAndSlotsAreDeclaredInOrder()
+void tst_DispABase::signalsAndSlotsAreDeclaredInTheExpectedOrder()
 {
     const QMetaObject& meta = DispABase::staticMetaObject;
     QCOMPARE(memberNames(meta, QMetaMethod::Signal),
@@ -190,7 +190,7 @@ void tst_DispABase::readOutShowsSixDigitsWithCursorAtStart()
     QCOMPARE(m_frame->YPos->text(), text);
 }
 
-void tst_DispABase::stripShowsTitlesNotDrawnInThePlot_data()
+void tst_DispABase::stripShowsTheTitlesThatThePlotDoesNotDraw_data()
 {
     QTest::addColumn<bool>("xInArea");
     QTest::addColumn<bool>("yInArea");
@@ -200,7 +200,7 @@ void tst_DispABase::stripShowsTitlesNotDrawnInThePlot_data()
     QTest::newRow("both in the plot") << true << true;
 }
 
-void tst_DispABase::stripShowsTitlesNotDrawnInThePlot()
+void tst_DispABase::stripShowsTheTitlesThatThePlotDoesNotDraw()
 {
     QFETCH(bool, xInArea);
     QFETCH(bool, yInArea);
@@ -213,7 +213,7 @@ void tst_DispABase::stripShowsTitlesNotDrawnInThePlot()
     QCOMPARE(m_frame->YTitle->text(), yInArea ? "" : "mut");
 }
 
-void tst_DispABase::plotShowsTitlesEnabledForIt()
+void tst_DispABase::plotDrawsOnlyTheEnabledTitles()
 {
     QFETCH(bool, xInArea);
     QFETCH(bool, yInArea);
@@ -262,7 +262,7 @@ void tst_DispABase::titleOfYReadsUpwardAtTheLeft()
 // pixels. So the plot area spans x = 33 to 317 and y = 10 to 196. A line of text is
 // trunc(186 / 20) = 9 pixels high, its text trunc(0.85 * 9) = 7 and the gap
 // trunc(0.15 * 9) = 1.
-void tst_DispABase::titlesFitOddPlotSizes()
+void tst_DispABase::titlesFitTheirBoxesOnOddSurfaceSizes()
 {
     paintedTitles(true, true);
     m_frame->DispA->setFixedSize(333, 217);
@@ -278,7 +278,7 @@ void tst_DispABase::titlesFitOddPlotSizes()
 // 810. A line of text is trunc(765 / 20) = 38 pixels high, its text
 // trunc(0.85 * 38) = 32 and the gap trunc(0.15 * 38) = 5. A font of about 24 points
 // would fit, but the size is limited to 12 points.
-void tst_DispABase::titlesOfLargePlotsAreTwelvePointsHigh()
+void tst_DispABase::titlesOfLargePlotsAreLimitedToTwelvePoints()
 {
     paintedTitles(true, true);
     m_frame->DispA->setFixedSize(800, 900);
@@ -293,7 +293,7 @@ void tst_DispABase::titlesOfLargePlotsAreTwelvePointsHigh()
              }));
 }
 
-void tst_DispABase::titlesAreBlackAndRestoreThePainter()
+void tst_DispABase::drawXYTitleDrawsInBlackAndRestoresTheTransform()
 {
     bool transformRestored = false;
     connect(m_frame.get(), &DispABase::draw, this, [&](QStylePainter* p) {

@@ -34,7 +34,7 @@ struct KeyCase {
 };
 
 const QList<KeyCase> keysAtPress{
-    {"none", Qt::NoModifier, Drag},
+    {"no key", Qt::NoModifier, Drag},
     {"Shift", Qt::ShiftModifier, Pan},
     {"Control", Qt::ControlModifier, Nothing},
     {"Alt", Qt::AltModifier, Nothing},
@@ -58,38 +58,38 @@ private Q_SLOTS:
     void cleanup();
 
     void moveWithoutButtonReportsPosition();
-    void moveWithAnyButtonReportsPosition();
-    void positionRefersToWholeWidgetWithoutMargins();
+    void moveWithPressedButtonReportsPosition();
+    void positionRefersToWholeWidgetIfThereAreNoMargins();
     void positionIsRoundedToNearestPixel();
     void mouseTrackingIsOn();
 
-    void onlyPlainLeftPressIsSignalled_data();
-    void onlyPlainLeftPressIsSignalled();
+    void leftPressWithoutShiftControlOrAltIsSignalled_data();
+    void leftPressWithoutShiftControlOrAltIsSignalled();
     void signalsPassTheSurfacesOwnMouseState();
     void modifiersAtPressSelectTheDragAction_data();
     void modifiersAtPressSelectTheDragAction();
 
-    void moveIsIgnoredUnlessLeftButtonWasPressedLast_data();
-    void moveIsIgnoredUnlessLeftButtonWasPressedLast();
+    void dragAndPanNeedARecordedLeftPress_data();
+    void dragAndPanNeedARecordedLeftPress();
 
-    void pressWithinTwentyPixelsSelectsTheLine_data();
-    void pressWithinTwentyPixelsSelectsTheLine();
+    void pressLessThanTwentyPixelsAwaySelectsTheLine_data();
+    void pressLessThanTwentyPixelsAwaySelectsTheLine();
     void nearestLineIsSelected_data();
     void nearestLineIsSelected();
-    void lineIsHitInTheMargins_data();
-    void lineIsHitInTheMargins();
+    void pressInAMarginSelectsTheLine_data();
+    void pressInAMarginSelectsTheLine();
     void lineOutsideThePlotAreaIsHitAtItsOwnPosition();
     void relativeLineIsHitAtItsAbsolutePosition();
     void lineWithUnparsableTextIsHitAtZero();
     void pressFarFromAllLinesKeepsTheSelection();
-    void pressWithoutLinesOnlyEmitsSignals();
-    void secondPressFirstReleasesTheHeldLine();
+    void pressAndDragWithoutLinesOnlyEmitSignals();
+    void secondPressReleasesTheOldLineBeforeSelectingTheNewLine();
 
-    void dragShowsTheStartOfTheText();
+    void dragMovesTheTextCursorToTheStart();
     void dragMovesAHorizontalLineInY();
     void dragOfRelativeLineWritesDistanceFromBase_data();
     void dragOfRelativeLineWritesDistanceFromBase();
-    void dragKeepsOtherLines();
+    void dragKeepsThePositionOfOtherLines();
     void dragRequestsNoRepaint();
     void dragWritesTextThenEmitsMovingThenDragging();
     void dragWithInvalidSelectedIndexMovesNoLine();
@@ -99,8 +99,8 @@ private Q_SLOTS:
     void releaseEmitsMovingThenNewPosThenReleased();
     void releaseWithoutSelectionOnlyEmitsReleased();
     void releaseWithoutLinesOnlyEmitsReleased();
-    void rightPressKeepsTheDragAndItsReleaseEndsIt();
-    void eitherOfTwoSurfacesCanReleaseASharedLine();
+    void rightPressKeepsTheDragAndRightReleaseEndsIt();
+    void lineHeldOnOneSurfaceCanBeReleasedOnAnotherSurface();
 
     void panMovesTheContentsWithTheMouse();
     void eachPanStepStartsAtThePreviousPosition();
@@ -115,20 +115,20 @@ private Q_SLOTS:
 
     void wheelZoomsAroundThePointer_data();
     void wheelZoomsAroundThePointer();
-    void wheelStepIsIndependentOfTheAngle_data();
-    void wheelStepIsIndependentOfTheAngle();
+    void wheelZoomDependsOnlyOnTheSignOfTheAngle_data();
+    void wheelZoomDependsOnlyOnTheSignOfTheAngle();
     void edgeBandsSelectTheZoomedAxes_data();
     void edgeBandsSelectTheZoomedAxes();
     void edgeBandIsATenthOfThePlotArea_data();
     void edgeBandIsATenthOfThePlotArea();
-    void wheelUsesPositionOfLastMove();
-    void wheelBackAndForthRestoresTheRange();
+    void wheelZoomsAroundThePositionOfTheLastMove();
+    void zoomingInAndOutRestoresTheRange();
     void wheelRepaintsOnceAndKeepsHasScale();
     void automaticRangeDiscardsWheelStepAtNextPaint();
     void wheelEmitsNoMouseSignal();
 
     void positionsBeforeFirstPaintReferToWholeWidget();
-    void signalsAreDeclaredInOrder();
+    void signalsAreDeclaredInTheExpectedOrder();
 
 private:
     std::unique_ptr<DispArea> makeSurface() const;
@@ -218,7 +218,7 @@ void tst_DispArea::moveWithoutButtonReportsPosition()
     QCOMPARE(positions.at(1), (QVariantList{-10.0, -20.0}));
 }
 
-void tst_DispArea::moveWithAnyButtonReportsPosition()
+void tst_DispArea::moveWithPressedButtonReportsPosition()
 {
     for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
         const QSignalSpy positions(m_area.get(), &DispArea::nowPos);
@@ -233,7 +233,7 @@ void tst_DispArea::moveWithAnyButtonReportsPosition()
 
 // Without margins, the range 0 to 1 covers the whole widget. The position is a quarter
 // of 400 pixels from the left edge and a quarter of 300 pixels from the lower edge.
-void tst_DispArea::positionRefersToWholeWidgetWithoutMargins()
+void tst_DispArea::positionRefersToWholeWidgetIfThereAreNoMargins()
 {
     DispArea bare;
     bare.show();
@@ -263,7 +263,7 @@ void tst_DispArea::mouseTrackingIsOn()
     QCOMPARE(positions.last(), (QVariantList{100.0, 100.0}));
 }
 
-void tst_DispArea::onlyPlainLeftPressIsSignalled_data()
+void tst_DispArea::leftPressWithoutShiftControlOrAltIsSignalled_data()
 {
     QTest::addColumn<Qt::MouseButton>("button");
     QTest::addColumn<Qt::KeyboardModifiers>("keys");
@@ -275,7 +275,7 @@ void tst_DispArea::onlyPlainLeftPressIsSignalled_data()
     }
 }
 
-void tst_DispArea::onlyPlainLeftPressIsSignalled()
+void tst_DispArea::leftPressWithoutShiftControlOrAltIsSignalled()
 {
     QFETCH(Qt::MouseButton, button);
     QFETCH(Qt::KeyboardModifiers, keys);
@@ -343,7 +343,7 @@ void tst_DispArea::modifiersAtPressSelectTheDragAction()
     QVERIFY(rangeIs(action == Pan ? QList<double>{-20.0, -20.0, 320.0, 235.0} : unitRange));
 }
 
-void tst_DispArea::moveIsIgnoredUnlessLeftButtonWasPressedLast_data()
+void tst_DispArea::dragAndPanNeedARecordedLeftPress_data()
 {
     QTest::addColumn<QList<Qt::MouseButton>>("presses");
     QTest::addColumn<bool>("released");
@@ -356,7 +356,7 @@ void tst_DispArea::moveIsIgnoredUnlessLeftButtonWasPressedLast_data()
 
 // Only the recorded press decides; the buttons in the move event are ignored. With
 // Shift, a move that is not ignored would pan.
-void tst_DispArea::moveIsIgnoredUnlessLeftButtonWasPressedLast()
+void tst_DispArea::dragAndPanNeedARecordedLeftPress()
 {
     QFETCH(QList<Qt::MouseButton>, presses);
     QFETCH(bool, released);
@@ -377,7 +377,7 @@ void tst_DispArea::moveIsIgnoredUnlessLeftButtonWasPressedLast()
     }
 }
 
-void tst_DispArea::pressWithinTwentyPixelsSelectsTheLine_data()
+void tst_DispArea::pressLessThanTwentyPixelsAwaySelectsTheLine_data()
 {
     QTest::addColumn<int>("direction");
     QTest::addColumn<QString>("text");
@@ -411,7 +411,7 @@ void tst_DispArea::pressWithinTwentyPixelsSelectsTheLine_data()
         << -7 << "100" << QPointF(300, 170) << true;
 }
 
-void tst_DispArea::pressWithinTwentyPixelsSelectsTheLine()
+void tst_DispArea::pressLessThanTwentyPixelsAwaySelectsTheLine()
 {
     QFETCH(int, direction);
     QFETCH(QString, text);
@@ -436,11 +436,12 @@ void tst_DispArea::nearestLineIsSelected_data()
     const QList<int> allVertical{vertical, vertical, vertical};
     QTest::newRow("middle line") << QStringList{"90", "104", "110"} << allVertical << 1;
     QTest::newRow("last line") << QStringList{"90", "100", "106"} << allVertical << 2;
-    QTest::newRow("midway between two, lower first")
+    QTest::newRow("midway between two lines, lower line listed first")
         << QStringList{"100", "110", "300"} << allVertical << 0;
-    QTest::newRow("midway between two, upper first")
+    QTest::newRow("midway between two lines, upper line listed first")
         << QStringList{"300", "110", "100"} << allVertical << 1;
-    QTest::newRow("two at the same value") << QStringList{"300", "105", "105"} << allVertical << 1;
+    QTest::newRow("two lines at the same value")
+        << QStringList{"300", "105", "105"} << allVertical << 1;
     QTest::newRow("horizontal line is nearer")
         << QStringList{"100", "107", "300"} << QList<int>{vertical, horizontal, vertical} << 1;
     QTest::newRow("equal distance in x and y")
@@ -460,7 +461,7 @@ void tst_DispArea::nearestLineIsSelected()
     QCOMPARE(m_lines->set.selectedIndex, selected);
 }
 
-void tst_DispArea::lineIsHitInTheMargins_data()
+void tst_DispArea::pressInAMarginSelectsTheLine_data()
 {
     QTest::addColumn<int>("direction");
     QTest::addColumn<QPointF>("at");
@@ -470,7 +471,7 @@ void tst_DispArea::lineIsHitInTheMargins_data()
     QTest::newRow("right") << horizontal << QPointF(399, 170);
 }
 
-void tst_DispArea::lineIsHitInTheMargins()
+void tst_DispArea::pressInAMarginSelectsTheLine()
 {
     QFETCH(int, direction);
     QFETCH(QPointF, at);
@@ -517,7 +518,7 @@ void tst_DispArea::pressFarFromAllLinesKeepsTheSelection()
     QCOMPARE(m_order, QStringList{"pressed 1"});
 }
 
-void tst_DispArea::pressWithoutLinesOnlyEmitsSignals()
+void tst_DispArea::pressAndDragWithoutLinesOnlyEmitSignals()
 {
     record();
     for (MarkLines* set : {&m_lines->set, static_cast<MarkLines*>(nullptr)}) {
@@ -531,7 +532,7 @@ void tst_DispArea::pressWithoutLinesOnlyEmitsSignals()
 
 // The second press emits newPos() for line 0, which is still selected at that time, and
 // then selects line 1.
-void tst_DispArea::secondPressFirstReleasesTheHeldLine()
+void tst_DispArea::secondPressReleasesTheOldLineBeforeSelectingTheNewLine()
 {
     m_lines->add("100");
     m_lines->add("200");
@@ -545,7 +546,7 @@ void tst_DispArea::secondPressFirstReleasesTheHeldLine()
 
 // The range is 100 units over 340 pixels and starts at pixel column 40. So column 177
 // is at 8300 + (177 - 40) * 100 / 340 = 8340.29411...
-void tst_DispArea::dragShowsTheStartOfTheText()
+void tst_DispArea::dragMovesTheTextCursorToTheStart()
 {
     m_area->cc.setRealX(8300.0, 8400.0);
     const MarkLine* line = m_lines->add("8350"); // pixel column 40 + 50 * 3.4 = 210
@@ -599,7 +600,7 @@ void tst_DispArea::dragOfRelativeLineWritesDistanceFromBase()
     QCOMPARE(m_lines->text(0), base);
 }
 
-void tst_DispArea::dragKeepsOtherLines()
+void tst_DispArea::dragKeepsThePositionOfOtherLines()
 {
     m_lines->add("100");
     m_lines->add("110");
@@ -707,7 +708,7 @@ void tst_DispArea::releaseWithoutLinesOnlyEmitsReleased()
     QCOMPARE(m_area->mouse.releasePos, QPoint(140, 170));
 }
 
-void tst_DispArea::rightPressKeepsTheDragAndItsReleaseEndsIt()
+void tst_DispArea::rightPressKeepsTheDragAndRightReleaseEndsIt()
 {
     m_lines->add("100");
     press(m_area.get(), {140.0, 170.0});
@@ -720,7 +721,7 @@ void tst_DispArea::rightPressKeepsTheDragAndItsReleaseEndsIt()
     QCOMPARE(m_lines->text(0), "120");
 }
 
-void tst_DispArea::eitherOfTwoSurfacesCanReleaseASharedLine()
+void tst_DispArea::lineHeldOnOneSurfaceCanBeReleasedOnAnotherSurface()
 {
     const std::unique_ptr<DispArea> other = makeSurface();
     other->markLines = &m_lines->set;
@@ -879,7 +880,7 @@ void tst_DispArea::wheelZoomsAroundThePointer()
     QVERIFY(std::abs(m_area->cc.s2rY(170.0) - 100.0) <= 1e-9);
 }
 
-void tst_DispArea::wheelStepIsIndependentOfTheAngle_data()
+void tst_DispArea::wheelZoomDependsOnlyOnTheSignOfTheAngle_data()
 {
     QTest::addColumn<QPoint>("turn");
     QTest::addColumn<double>("width"); // width of the x range after the wheel event; 340 before it
@@ -895,7 +896,7 @@ void tst_DispArea::wheelStepIsIndependentOfTheAngle_data()
     QTest::newRow("horizontal angle counts as zero") << QPoint(-120, 0) << in;
 }
 
-void tst_DispArea::wheelStepIsIndependentOfTheAngle()
+void tst_DispArea::wheelZoomDependsOnlyOnTheSignOfTheAngle()
 {
     QFETCH(QPoint, turn);
     QFETCH(double, width);
@@ -977,7 +978,7 @@ void tst_DispArea::edgeBandIsATenthOfThePlotArea()
     QCOMPARE(yChanged, !besideX);
 }
 
-void tst_DispArea::wheelUsesPositionOfLastMove()
+void tst_DispArea::wheelZoomsAroundThePositionOfTheLastMove()
 {
     tests::move(m_area.get(), {140.0, 170.0});
     turnWheel(m_area.get(), {20.0, 285.0}, {0, -120});
@@ -985,7 +986,7 @@ void tst_DispArea::wheelUsesPositionOfLastMove()
     QCOMPARE(m_area->mouse.now, QPoint(140, 170));
 }
 
-void tst_DispArea::wheelBackAndForthRestoresTheRange()
+void tst_DispArea::zoomingInAndOutRestoresTheRange()
 {
     tests::move(m_area.get(), {200.0, 100.0});
     turnWheel(m_area.get(), {200.0, 100.0}, {0, 120});
@@ -1039,7 +1040,7 @@ void tst_DispArea::positionsBeforeFirstPaintReferToWholeWidget()
     QCOMPARE(positions.first().at(1).toDouble(), 0.75);
 }
 
-void tst_DispArea::signalsAreDeclaredInOrder()
+void tst_DispArea::signalsAreDeclaredInTheExpectedOrder()
 {
     QCOMPARE(memberNames(DispArea::staticMetaObject, QMetaMethod::Signal),
              (QStringList{"nowPos(double,double)", "draw(QStylePainter*)", "mPressed(MouseC*)",

@@ -116,8 +116,8 @@ private Q_SLOTS:
     void painterIsActiveOnTheSurface();
     void painterSmoothsPixmapsButNotLines();
     void drawnIsResetToTrueAtEachPaint();
-    void eachPaintResetsScreenToWidgetWithYUpward_data();
-    void eachPaintResetsScreenToWidgetWithYUpward();
+    void eachPaintResetsThePlotAreaToTheWholeWidget_data();
+    void eachPaintResetsThePlotAreaToTheWholeWidget();
     void rangeIsZeroToOneUnlessHasScaleIsSet();
     void drawingIsNotClipped();
     void eachPaintStartsFromAnEmptySurface();
@@ -128,9 +128,9 @@ private Q_SLOTS:
     void labelsShowFirstCharactersOfTheLimits();
     void labelsAreDrawnInTheirBoxes_data();
     void labelsAreDrawnInTheirBoxes();
-    void labelsAreBlackWithAnyPen();
+    void labelsAreBlackEvenWithARedPen();
     void labelsHaveDarkPixelsInTheirBoxes();
-    void labelsFollowTheTextRowSettings();
+    void labelPositionsFollowTheLayoutSettings();
     void labelsCanBeDrawnOnTinySurfaces_data();
     void labelsCanBeDrawnOnTinySurfaces();
     void invalidRangeKeepsOutlineAndMargins_data();
@@ -230,7 +230,7 @@ void tst_DispAreaPainting::drawnIsResetToTrueAtEachPaint()
     QCOMPARE(seen, (QList<bool>{true, true}));
 }
 
-void tst_DispAreaPainting::eachPaintResetsScreenToWidgetWithYUpward_data()
+void tst_DispAreaPainting::eachPaintResetsThePlotAreaToTheWholeWidget_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::newRow("usual size") << QSize(400, 300);
@@ -240,7 +240,7 @@ void tst_DispAreaPainting::eachPaintResetsScreenToWidgetWithYUpward_data()
 
 // At each paint the surface sets the plot area to the whole widget again, even if a
 // client changed it before.
-void tst_DispAreaPainting::eachPaintResetsScreenToWidgetWithYUpward()
+void tst_DispAreaPainting::eachPaintResetsThePlotAreaToTheWholeWidget()
 {
     QFETCH(QSize, size);
     DispArea area;
@@ -406,7 +406,7 @@ void tst_DispAreaPainting::labelsAreDrawnInTheirBoxes()
     QCOMPARE(image, expectedFrame(size, outline, {{"2.5", "-1.25", "8300", "8400"}, boxes}));
 }
 
-void tst_DispAreaPainting::labelsAreBlackWithAnyPen()
+void tst_DispAreaPainting::labelsAreBlackEvenWithARedPen()
 {
     const QImage image = paintedBy(usualSize, [](DispArea& area, QStylePainter* p) {
         fill(area, p, Qt::white);
@@ -432,7 +432,7 @@ void tst_DispAreaPainting::labelsHaveDarkPixelsInTheirBoxes()
 
 // A line of text is trunc(255 / 10) = 25 pixels high, its text trunc(0.5 * 25) = 12,
 // the gap trunc(0.5 * 25) = 12. The left margin is 0.2 * 400 = 80 pixels.
-void tst_DispAreaPainting::labelsFollowTheTextRowSettings()
+void tst_DispAreaPainting::labelPositionsFollowTheLayoutSettings()
 {
     const QImage image = paintedBy(usualSize, [](DispArea& area, QStylePainter* p) {
         fill(area, p, Qt::white);

@@ -145,18 +145,18 @@ private Q_SLOTS:
     void contentIsInRowOneOfTheGrid();
     void stripHasItsWidgetsFromLeftToRight_data() { frameKinds(); }
     void stripHasItsWidgetsFromLeftToRight();
-    void readOutsHaveTheResultStyleAndSomeAreReadOnly_data() { frameKinds(); }
-    void readOutsHaveTheResultStyleAndSomeAreReadOnly();
+    void readOutsHaveTheResultStyleAndReadOnlyFlags_data() { frameKinds(); }
+    void readOutsHaveTheResultStyleAndReadOnlyFlags();
 
     void readOutFollowsTheMouse_data() { frameKinds(); }
     void readOutFollowsTheMouse();
-    void drawPassesTheSurfacesPainter_data() { frameKinds(); }
-    void drawPassesTheSurfacesPainter();
+    void drawSignalPassesThePainterOfTheSurface_data() { frameKinds(); }
+    void drawSignalPassesThePainterOfTheSurface();
     void mouseSignalsAreForwardedFromTheSurface_data() { frameKinds(); }
     void mouseSignalsAreForwardedFromTheSurface();
 
-    void onlyFirstRangeAfterResetIsUsed_data() { frameKinds(); }
-    void onlyFirstRangeAfterResetIsUsed();
+    void laterRangesAreIgnoredUntilClearScale_data() { frameKinds(); }
+    void laterRangesAreIgnoredUntilClearScale();
     void rangeSetAtEachDrawKeepsTheZoom_data() { frameKinds(); }
     void rangeSetAtEachDrawKeepsTheZoom();
     void doubleClickRestoresTheRangeAtTheNextDraw_data() { frameKinds(); }
@@ -170,12 +170,12 @@ private Q_SLOTS:
     void metaObjectDerivesDirectlyFromQFrame();
     void popOutWindowIsAHiddenChild_data() { frameKinds(); }
     void popOutWindowIsAHiddenChild();
-    void buttonPopsOutAndDocks_data() { frameKinds(); }
-    void buttonPopsOutAndDocks();
-    void closingTheWindowDocks_data() { frameKinds(); }
-    void closingTheWindowDocks();
-    void closingTheWindowByCodeDocks_data() { frameKinds(); }
-    void closingTheWindowByCodeDocks();
+    void buttonPopsTheContentOutAndDocksIt_data() { frameKinds(); }
+    void buttonPopsTheContentOutAndDocksIt();
+    void closingThePopOutWindowDocksTheContent_data() { frameKinds(); }
+    void closingThePopOutWindowDocksTheContent();
+    void closingThePopOutWindowByCodeDocksTheContent_data() { frameKinds(); }
+    void closingThePopOutWindowByCodeDocksTheContent();
     void popOutKeepsViewAndMarkerLines_data() { frameKinds(); }
     void popOutKeepsViewAndMarkerLines();
     void stripMovesWithTheSurface_data() { frameKinds(); }
@@ -198,7 +198,7 @@ private:
     void frameKinds();
     void frameKindsAndStates();
 
-    std::unique_ptr<AnyFrame> m;
+    std::unique_ptr<AnyFrame> m_frame;
 };
 
 void tst_DispFrames::frameKinds()
@@ -221,38 +221,39 @@ void tst_DispFrames::frameKindsAndStates()
 void tst_DispFrames::init()
 {
     QFETCH(bool, map);
-    m = map ? std::make_unique<AnyFrame>(new DispMBase) : std::make_unique<AnyFrame>(new DispABase);
+    m_frame =
+        map ? std::make_unique<AnyFrame>(new DispMBase) : std::make_unique<AnyFrame>(new DispABase);
 }
 
 void tst_DispFrames::cleanup()
 {
-    m.reset();
+    m_frame.reset();
 }
 
 void tst_DispFrames::frameMatchesItsForm()
 {
     QFETCH(bool, map);
-    QCOMPARE(m->frame->objectName(), map ? "DispMBase" : "DispABase");
-    QCOMPARE(m->frame->windowTitle(), "Frame");
-    QCOMPARE(m->frame->size(), map ? QSize(578, 528) : QSize(528, 528));
-    QCOMPARE(m->frame->frameShape(), QFrame::StyledPanel);
-    QCOMPARE(m->frame->frameShadow(), QFrame::Raised);
+    QCOMPARE(m_frame->frame->objectName(), map ? "DispMBase" : "DispABase");
+    QCOMPARE(m_frame->frame->windowTitle(), "Frame");
+    QCOMPARE(m_frame->frame->size(), map ? QSize(578, 528) : QSize(528, 528));
+    QCOMPARE(m_frame->frame->frameShape(), QFrame::StyledPanel);
+    QCOMPARE(m_frame->frame->frameShadow(), QFrame::Raised);
 }
 
 void tst_DispFrames::contentIsInRowOneOfTheGrid()
 {
-    QCOMPARE(m->frame->layout(), m->grid);
-    QCOMPARE(m->grid->objectName(), "gridLayout");
-    QCOMPARE(m->grid->contentsMargins(), QMargins(2, 2, 2, 2));
+    QCOMPARE(m_frame->frame->layout(), m_frame->grid);
+    QCOMPARE(m_frame->grid->objectName(), "gridLayout");
+    QCOMPARE(m_frame->grid->contentsMargins(), QMargins(2, 2, 2, 2));
     QFETCH(bool, map);
     if (!map) { // the grid of a map uses the spacing of the style
-        QCOMPARE(m->grid->horizontalSpacing(), 2);
-        QCOMPARE(m->grid->verticalSpacing(), 2);
+        QCOMPARE(m_frame->grid->horizontalSpacing(), 2);
+        QCOMPARE(m_frame->grid->verticalSpacing(), 2);
     }
-    QCOMPARE(m->grid->count(), 1);
-    QVERIFY(m->isDocked());
-    QCOMPARE(m->content->objectName(), "DispABFrame");
-    QCOMPARE(m->content->frameShadow(), QFrame::Raised);
+    QCOMPARE(m_frame->grid->count(), 1);
+    QVERIFY(m_frame->isDocked());
+    QCOMPARE(m_frame->content->objectName(), "DispABFrame");
+    QCOMPARE(m_frame->content->frameShadow(), QFrame::Raised);
 }
 
 void tst_DispFrames::stripHasItsWidgetsFromLeftToRight()
@@ -275,8 +276,8 @@ void tst_DispFrames::stripHasItsWidgetsFromLeftToRight()
         {"Val", 6, "QLineEdit"},
         {"PopDockB", 7, "QPushButton", "P/D"},
     };
-    QCOMPARE(formDifferences(m->strip, map ? mapStrip : plotStrip), QStringList());
-    const auto* row = qobject_cast<QGridLayout*>(m->strip->layout());
+    QCOMPARE(formDifferences(m_frame->strip, map ? mapStrip : plotStrip), QStringList());
+    const auto* row = qobject_cast<QGridLayout*>(m_frame->strip->layout());
     QVERIFY(row);
     QCOMPARE(row->objectName(), "gridLayout_2");
     QCOMPARE(row->contentsMargins(), QMargins(3, 3, 3, 3));
@@ -285,19 +286,19 @@ void tst_DispFrames::stripHasItsWidgetsFromLeftToRight()
         QCOMPARE(row->horizontalSpacing(), 3);
         QCOMPARE(row->verticalSpacing(), 3);
     }
-    QCOMPARE(m->button->maximumWidth(), 50);
+    QCOMPARE(m_frame->button->maximumWidth(), 50);
 }
 
 // In a plot, the fields of x and y are read-only. In a map, only the field of y is
 // read-only.
-void tst_DispFrames::readOutsHaveTheResultStyleAndSomeAreReadOnly()
+void tst_DispFrames::readOutsHaveTheResultStyleAndReadOnlyFlags()
 {
     QFETCH(bool, map);
-    QCOMPARE(m->xPos->isReadOnly(), !map);
-    QVERIFY(m->yPos->isReadOnly());
-    QList<QLineEdit*> edits{m->xPos, m->yPos};
+    QCOMPARE(m_frame->xPos->isReadOnly(), !map);
+    QVERIFY(m_frame->yPos->isReadOnly());
+    QList<QLineEdit*> edits{m_frame->xPos, m_frame->yPos};
     if (map) {
-        edits << m->frame->findChild<QLineEdit*>("Val");
+        edits << m_frame->frame->findChild<QLineEdit*>("Val");
         QVERIFY(!edits.last()->isReadOnly());
     }
     for (const QLineEdit* edit : std::as_const(edits)) {
@@ -308,218 +309,223 @@ void tst_DispFrames::readOutsHaveTheResultStyleAndSomeAreReadOnly()
 
 void tst_DispFrames::readOutFollowsTheMouse()
 {
-    QVERIFY(m->showDocked());
-    m->area->cc.setArea(0.0, 200.0, 100.0, 0.0);
-    m->area->cc.setReal(0.0, 0.0, 1.0, 1.0);
-    tests::move(m->area, {75.0, 150.0});
-    QCOMPARE(m->xPos->text(), "0.75");
-    QCOMPARE(m->yPos->text(), "0.25");
-    tests::move(m->area, {-25.0, 250.0});
-    QCOMPARE(m->xPos->text(), "-0.25");
-    QCOMPARE(m->yPos->text(), "-0.25");
+    QVERIFY(m_frame->showDocked());
+    m_frame->area->cc.setArea(0.0, 200.0, 100.0, 0.0);
+    m_frame->area->cc.setReal(0.0, 0.0, 1.0, 1.0);
+    tests::move(m_frame->area, {75.0, 150.0});
+    QCOMPARE(m_frame->xPos->text(), "0.75");
+    QCOMPARE(m_frame->yPos->text(), "0.25");
+    tests::move(m_frame->area, {-25.0, 250.0});
+    QCOMPARE(m_frame->xPos->text(), "-0.25");
+    QCOMPARE(m_frame->yPos->text(), "-0.25");
 }
 
-void tst_DispFrames::drawPassesTheSurfacesPainter()
+void tst_DispFrames::drawSignalPassesThePainterOfTheSurface()
 {
     QList<QPaintDevice*> devices;
-    m->client = [&devices](QStylePainter* p) { devices << p->device(); };
-    m->area->grab();
-    QCOMPARE(devices, QList<QPaintDevice*>{m->area});
+    m_frame->client = [&devices](QStylePainter* p) { devices << p->device(); };
+    m_frame->area->grab();
+    QCOMPARE(devices, QList<QPaintDevice*>{m_frame->area});
 }
 
 void tst_DispFrames::mouseSignalsAreForwardedFromTheSurface()
 {
-    QVERIFY(m->showDocked());
-    press(m->area, {100.0, 100.0});
-    QCOMPARE(m->signalsSeen, QStringList{"mPressed"});
-    drag(m->area, {110.0, 100.0});
-    QCOMPARE(m->signalsSeen, (QStringList{"mPressed", "mDragging"}));
-    release(m->area, {110.0, 100.0});
-    QCOMPARE(m->signalsSeen, (QStringList{"mPressed", "mDragging", "mReleased"}));
-    doubleClick(m->area, {110.0, 100.0});
-    QCOMPARE(m->signalsSeen, (QStringList{"mPressed", "mDragging", "mReleased", "mDClicked"}));
+    QVERIFY(m_frame->showDocked());
+    press(m_frame->area, {100.0, 100.0});
+    QCOMPARE(m_frame->signalsSeen, QStringList{"mPressed"});
+    drag(m_frame->area, {110.0, 100.0});
+    QCOMPARE(m_frame->signalsSeen, (QStringList{"mPressed", "mDragging"}));
+    release(m_frame->area, {110.0, 100.0});
+    QCOMPARE(m_frame->signalsSeen, (QStringList{"mPressed", "mDragging", "mReleased"}));
+    doubleClick(m_frame->area, {110.0, 100.0});
+    QCOMPARE(m_frame->signalsSeen,
+             (QStringList{"mPressed", "mDragging", "mReleased", "mDClicked"}));
 }
 
-void tst_DispFrames::onlyFirstRangeAfterResetIsUsed()
+void tst_DispFrames::laterRangesAreIgnoredUntilClearScale()
 {
-    m->setRealCoord(1.0, 2.0, 3.0, 4.0);
-    QVERIFY(m->area->hasScale);
-    QVERIFY(m->rangeIs(1.0, 2.0, 3.0, 4.0));
-    m->setRealCoord(5.0, 6.0, 7.0, 8.0);
-    QVERIFY(m->rangeIs(1.0, 2.0, 3.0, 4.0));
-    m->clearScale();
-    QVERIFY(!m->area->hasScale);
-    QVERIFY(m->rangeIs(1.0, 2.0, 3.0, 4.0));
-    m->setRealCoord(5.0, 6.0, 7.0, 8.0);
-    QVERIFY(m->area->hasScale);
-    QVERIFY(m->rangeIs(5.0, 6.0, 7.0, 8.0));
+    m_frame->setRealCoord(1.0, 2.0, 3.0, 4.0);
+    QVERIFY(m_frame->area->hasScale);
+    QVERIFY(m_frame->rangeIs(1.0, 2.0, 3.0, 4.0));
+    m_frame->setRealCoord(5.0, 6.0, 7.0, 8.0);
+    QVERIFY(m_frame->rangeIs(1.0, 2.0, 3.0, 4.0));
+    m_frame->clearScale();
+    QVERIFY(!m_frame->area->hasScale);
+    QVERIFY(m_frame->rangeIs(1.0, 2.0, 3.0, 4.0));
+    m_frame->setRealCoord(5.0, 6.0, 7.0, 8.0);
+    QVERIFY(m_frame->area->hasScale);
+    QVERIFY(m_frame->rangeIs(5.0, 6.0, 7.0, 8.0));
 }
 
 void tst_DispFrames::rangeSetAtEachDrawKeepsTheZoom()
 {
-    m->client = [this](QStylePainter*) { m->setRealCoord(0.0, 0.0, 10.0, 20.0); };
-    QVERIFY(m->showDocked());
-    QTRY_VERIFY(m->rangeIs(0.0, 0.0, 10.0, 20.0));
-    tests::move(m->area, QPointF(m->area->width() / 2.0, m->area->height() / 2.0));
-    turnWheel(m->area, {1.0, 1.0}, {0, -120});
-    QVERIFY(m->area->cc.realX1 > 10.25);
-    const double x1 = m->area->cc.realX1;
-    m->area->repaint();
-    QCOMPARE(m->area->cc.realX1, x1);
+    m_frame->client = [this](QStylePainter*) { m_frame->setRealCoord(0.0, 0.0, 10.0, 20.0); };
+    QVERIFY(m_frame->showDocked());
+    QTRY_VERIFY(m_frame->rangeIs(0.0, 0.0, 10.0, 20.0));
+    tests::move(m_frame->area,
+                QPointF(m_frame->area->width() / 2.0, m_frame->area->height() / 2.0));
+    turnWheel(m_frame->area, {1.0, 1.0}, {0, -120});
+    QVERIFY(m_frame->area->cc.realX1 > 10.25);
+    const double x1 = m_frame->area->cc.realX1;
+    m_frame->area->repaint();
+    QCOMPARE(m_frame->area->cc.realX1, x1);
 }
 
 void tst_DispFrames::doubleClickRestoresTheRangeAtTheNextDraw()
 {
-    m->client = [this](QStylePainter*) { m->setRealCoord(0.0, 0.0, 10.0, 20.0); };
-    QVERIFY(m->showDocked());
-    QTRY_VERIFY(m->rangeIs(0.0, 0.0, 10.0, 20.0));
-    m->area->cc.setReal(3.0, 3.0, 4.0, 4.0);
-    doubleClick(m->area, {50.0, 50.0}, Qt::RightButton);
-    QTRY_VERIFY(m->rangeIs(0.0, 0.0, 10.0, 20.0));
-    QVERIFY(m->area->hasScale);
+    m_frame->client = [this](QStylePainter*) { m_frame->setRealCoord(0.0, 0.0, 10.0, 20.0); };
+    QVERIFY(m_frame->showDocked());
+    QTRY_VERIFY(m_frame->rangeIs(0.0, 0.0, 10.0, 20.0));
+    m_frame->area->cc.setReal(3.0, 3.0, 4.0, 4.0);
+    doubleClick(m_frame->area, {50.0, 50.0}, Qt::RightButton);
+    QTRY_VERIFY(m_frame->rangeIs(0.0, 0.0, 10.0, 20.0));
+    QVERIFY(m_frame->area->hasScale);
 }
 
 void tst_DispFrames::clearScaleRequestsNoRepaint()
 {
-    m->client = [this](QStylePainter*) { m->setRealCoord(0.0, 0.0, 10.0, 20.0); };
-    QVERIFY(m->showDocked());
-    PaintCounter paints(m->area);
+    m_frame->client = [this](QStylePainter*) { m_frame->setRealCoord(0.0, 0.0, 10.0, 20.0); };
+    QVERIFY(m_frame->showDocked());
+    PaintCounter paints(m_frame->area);
     paints.restart();
-    m->area->cc.setReal(3.0, 3.0, 4.0, 4.0);
-    m->clearScale();
+    m_frame->area->cc.setReal(3.0, 3.0, 4.0, 4.0);
+    m_frame->clearScale();
     QCOMPARE(paints.within(settleTime), 0);
-    QVERIFY(m->rangeIs(3.0, 3.0, 4.0, 4.0));
-    m->area->repaint();
-    QVERIFY(m->rangeIs(0.0, 0.0, 10.0, 20.0));
+    QVERIFY(m_frame->rangeIs(3.0, 3.0, 4.0, 4.0));
+    m_frame->area->repaint();
+    QVERIFY(m_frame->rangeIs(0.0, 0.0, 10.0, 20.0));
 }
 
 void tst_DispFrames::clearScaleOfHiddenFrameTakesEffectAtNextPaint()
 {
-    m->client = [this](QStylePainter*) { m->setRealCoord(0.0, 0.0, 10.0, 20.0); };
-    QVERIFY(m->showDocked());
-    QTRY_VERIFY(m->rangeIs(0.0, 0.0, 10.0, 20.0));
-    m->area->cc.setReal(3.0, 3.0, 4.0, 4.0);
-    m->frame->hide();
-    PaintCounter paints(m->area);
+    m_frame->client = [this](QStylePainter*) { m_frame->setRealCoord(0.0, 0.0, 10.0, 20.0); };
+    QVERIFY(m_frame->showDocked());
+    QTRY_VERIFY(m_frame->rangeIs(0.0, 0.0, 10.0, 20.0));
+    m_frame->area->cc.setReal(3.0, 3.0, 4.0, 4.0);
+    m_frame->frame->hide();
+    PaintCounter paints(m_frame->area);
     paints.restart();
-    m->clearScale();
+    m_frame->clearScale();
     QCOMPARE(paints.within(settleTime), 0);
-    QVERIFY(!m->frame->isVisible());
-    QVERIFY(m->rangeIs(3.0, 3.0, 4.0, 4.0));
-    QVERIFY(m->showDocked());
-    QTRY_VERIFY(m->rangeIs(0.0, 0.0, 10.0, 20.0));
+    QVERIFY(!m_frame->frame->isVisible());
+    QVERIFY(m_frame->rangeIs(3.0, 3.0, 4.0, 4.0));
+    QVERIFY(m_frame->showDocked());
+    QTRY_VERIFY(m_frame->rangeIs(0.0, 0.0, 10.0, 20.0));
 }
 
 void tst_DispFrames::metaObjectDerivesDirectlyFromQFrame()
 {
-    QCOMPARE(m->frame->metaObject()->superClass(), &QFrame::staticMetaObject);
+    QCOMPARE(m_frame->frame->metaObject()->superClass(), &QFrame::staticMetaObject);
 }
 
 void tst_DispFrames::popOutWindowIsAHiddenChild()
 {
-    QCOMPARE(m->pop->parent(), m->frame);
-    QVERIFY(m->pop->isWindow());
-    QCOMPARE(m->pop->windowType(), Qt::Window);
-    QCOMPARE(m->pop->size(), QSize(800, 600));
-    QVERIFY(m->pop->isHidden());
-    QCOMPARE(m->popLayout, m->pop->findChild<QVBoxLayout*>("PopBaseLayout"));
-    QVERIFY(m->isDocked());
-    QVERIFY(m->showDocked());
-    QVERIFY(m->isDocked());
+    QCOMPARE(m_frame->pop->parent(), m_frame->frame);
+    QVERIFY(m_frame->pop->isWindow());
+    QCOMPARE(m_frame->pop->windowType(), Qt::Window);
+    QCOMPARE(m_frame->pop->size(), QSize(800, 600));
+    QVERIFY(m_frame->pop->isHidden());
+    QCOMPARE(m_frame->popLayout, m_frame->pop->findChild<QVBoxLayout*>("PopBaseLayout"));
+    QVERIFY(m_frame->isDocked());
+    QVERIFY(m_frame->showDocked());
+    QVERIFY(m_frame->isDocked());
 }
 
 // The button belongs to the content, which moves into the pop-out window. So in each
 // round, the first click is in the frame and pops the content out, and the second click is
 // in the window and docks it.
-void tst_DispFrames::buttonPopsOutAndDocks()
+void tst_DispFrames::buttonPopsTheContentOutAndDocksIt()
 {
-    QVERIFY(m->showDocked());
+    QVERIFY(m_frame->showDocked());
     for (int round = 0; round < 2; ++round) {
-        click(m->button);
-        QVERIFY(m->isPoppedOut());
-        QVERIFY(QTest::qWaitForWindowExposed(m->pop));
-        QTRY_VERIFY(m->area->isVisible());
-        QCOMPARE(m->button->window(), m->pop);
-        QCOMPARE(m->pop->size(), QSize(800, 600));
-        click(m->button);
-        QVERIFY(m->isDocked());
-        QTRY_VERIFY(m->area->isVisible());
-        QCOMPARE(m->button->window(), m->frame);
+        click(m_frame->button);
+        QVERIFY(m_frame->isPoppedOut());
+        QVERIFY(QTest::qWaitForWindowExposed(m_frame->pop));
+        QTRY_VERIFY(m_frame->area->isVisible());
+        QCOMPARE(m_frame->button->window(), m_frame->pop);
+        QCOMPARE(m_frame->pop->size(), QSize(800, 600));
+        click(m_frame->button);
+        QVERIFY(m_frame->isDocked());
+        QTRY_VERIFY(m_frame->area->isVisible());
+        QCOMPARE(m_frame->button->window(), m_frame->frame);
     }
 }
 
-void tst_DispFrames::closingTheWindowDocks()
+void tst_DispFrames::closingThePopOutWindowDocksTheContent()
 {
-    QVERIFY(m->showPoppedOut());
+    QVERIFY(m_frame->showPoppedOut());
     for (int round = 0; round < 2; ++round) {
-        QVERIFY(m->isPoppedOut());
-        QVERIFY(m->pop->windowHandle()->close()); // like the close button of the window manager
-        QVERIFY(m->isDocked());
-        QTRY_VERIFY(m->area->isVisible());
-        click(m->button);
-        QVERIFY(m->isPoppedOut());
-        QVERIFY(QTest::qWaitForWindowExposed(m->pop));
+        QVERIFY(m_frame->isPoppedOut());
+        QVERIFY(
+            m_frame->pop->windowHandle()->close()); // like the close button of the window manager
+        QVERIFY(m_frame->isDocked());
+        QTRY_VERIFY(m_frame->area->isVisible());
+        click(m_frame->button);
+        QVERIFY(m_frame->isPoppedOut());
+        QVERIFY(QTest::qWaitForWindowExposed(m_frame->pop));
     }
 }
 
-void tst_DispFrames::closingTheWindowByCodeDocks()
+void tst_DispFrames::closingThePopOutWindowByCodeDocksTheContent()
 {
-    QVERIFY(m->showPoppedOut());
-    QVERIFY(m->pop->close());
-    QVERIFY(m->isDocked());
+    QVERIFY(m_frame->showPoppedOut());
+    QVERIFY(m_frame->pop->close());
+    QVERIFY(m_frame->isDocked());
 }
 
 void tst_DispFrames::popOutKeepsViewAndMarkerLines()
 {
     MarkedLines lines;
     lines.add("5");
-    m->area->markLines = &lines.set;
-    m->client = [this](QStylePainter*) { m->setRealCoord(0.0, 0.0, 10.0, 20.0); };
-    QVERIFY(m->showDocked());
-    QTRY_VERIFY(m->area->hasScale);
-    m->area->cc.setReal(1.0, 2.0, 3.0, 4.0);
-    const QList<DispArea*> surfaces = m->frame->findChildren<DispArea*>();
-    QCOMPARE(surfaces, QList<DispArea*>{m->area});
-    PaintCounter paints(m->area);
+    m_frame->area->markLines = &lines.set;
+    m_frame->client = [this](QStylePainter*) { m_frame->setRealCoord(0.0, 0.0, 10.0, 20.0); };
+    QVERIFY(m_frame->showDocked());
+    QTRY_VERIFY(m_frame->area->hasScale);
+    m_frame->area->cc.setReal(1.0, 2.0, 3.0, 4.0);
+    const QList<DispArea*> surfaces = m_frame->frame->findChildren<DispArea*>();
+    QCOMPARE(surfaces, QList<DispArea*>{m_frame->area});
+    PaintCounter paints(m_frame->area);
     for (int move = 0; move < 2; ++move) {
-        m->popDock();
+        m_frame->popDock();
         paints.restart();
-        m->area->repaint();
+        m_frame->area->repaint();
         QCOMPARE(paints.count(), 1);
-        QVERIFY(m->area->hasScale);
-        QVERIFY(m->rangeIs(1.0, 2.0, 3.0, 4.0));
-        QCOMPARE(m->area->markLines, &lines.set);
-        QCOMPARE(m->frame->findChildren<DispArea*>(), surfaces); // no surface was created
+        QVERIFY(m_frame->area->hasScale);
+        QVERIFY(m_frame->rangeIs(1.0, 2.0, 3.0, 4.0));
+        QCOMPARE(m_frame->area->markLines, &lines.set);
+        QCOMPARE(m_frame->frame->findChildren<DispArea*>(), surfaces); // no surface was created
     }
-    QVERIFY(m->isDocked());
+    QVERIFY(m_frame->isDocked());
 }
 
 void tst_DispFrames::stripMovesWithTheSurface()
 {
-    m->title->setText("Ref1");
-    QVERIFY(m->showPoppedOut());
-    for (const QWidget* part : QList<QWidget*>{m->strip, m->title, m->xPos, m->button, m->area}) {
-        QCOMPARE(part->window(), m->pop);
+    m_frame->title->setText("Ref1");
+    QVERIFY(m_frame->showPoppedOut());
+    for (const QWidget* part : QList<QWidget*>{m_frame->strip, m_frame->title, m_frame->xPos,
+                                               m_frame->button, m_frame->area}) {
+        QCOMPARE(part->window(), m_frame->pop);
         QTRY_VERIFY(part->isVisible());
     }
-    QCOMPARE(m->title->text(), "Ref1");
-    m->popDock();
-    for (const QWidget* part : QList<QWidget*>{m->strip, m->title, m->xPos, m->button, m->area}) {
-        QCOMPARE(part->window(), m->frame);
+    QCOMPARE(m_frame->title->text(), "Ref1");
+    m_frame->popDock();
+    for (const QWidget* part : QList<QWidget*>{m_frame->strip, m_frame->title, m_frame->xPos,
+                                               m_frame->button, m_frame->area}) {
+        QCOMPARE(part->window(), m_frame->frame);
         QTRY_VERIFY(part->isVisible());
     }
 }
 
 void tst_DispFrames::mouseSignalsAreEmittedInThePopOutWindow()
 {
-    QVERIFY(m->showPoppedOut());
-    m->area->cc.setArea(0.0, 100.0, 100.0, 0.0);
-    m->area->cc.setReal(0.0, 0.0, 1.0, 1.0);
-    press(m->area, {25.0, 50.0});
-    drag(m->area, {75.0, 50.0});
-    release(m->area, {75.0, 50.0});
-    QCOMPARE(m->signalsSeen, (QStringList{"mPressed", "mDragging", "mReleased"}));
-    QCOMPARE(m->xPos->text(), "0.75");
+    QVERIFY(m_frame->showPoppedOut());
+    m_frame->area->cc.setArea(0.0, 100.0, 100.0, 0.0);
+    m_frame->area->cc.setReal(0.0, 0.0, 1.0, 1.0);
+    press(m_frame->area, {25.0, 50.0});
+    drag(m_frame->area, {75.0, 50.0});
+    release(m_frame->area, {75.0, 50.0});
+    QCOMPARE(m_frame->signalsSeen, (QStringList{"mPressed", "mDragging", "mReleased"}));
+    QCOMPARE(m_frame->xPos->text(), "0.75");
 }
 
 void tst_DispFrames::emptyFrameKeepsItsPlaceInTheLayout()
@@ -529,27 +535,27 @@ void tst_DispFrames::emptyFrameKeepsItsPlaceInTheLayout()
     QGridLayout places(&window);
     QFrame neighbour;
     places.addWidget(&neighbour, 0, 0);
-    places.addWidget(m->frame, 0, 1);
+    places.addWidget(m_frame->frame, 0, 1);
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
-    m->popDock();
+    m_frame->popDock();
     QTest::qWait(settleTime);
-    QVERIFY(m->isPoppedOut());
-    QCOMPARE(places.itemAtPosition(0, 1)->widget(), m->frame);
-    QVERIFY(m->frame->isVisible());
-    QVERIFY(m->frame->width() > 0);
-    m->popDock();
-    QVERIFY(m->isDocked());
-    QCOMPARE(m->area->window(), &window);
-    QTRY_VERIFY(m->area->isVisible());
+    QVERIFY(m_frame->isPoppedOut());
+    QCOMPARE(places.itemAtPosition(0, 1)->widget(), m_frame->frame);
+    QVERIFY(m_frame->frame->isVisible());
+    QVERIFY(m_frame->frame->width() > 0);
+    m_frame->popDock();
+    QVERIFY(m_frame->isDocked());
+    QCOMPARE(m_frame->area->window(), &window);
+    QTRY_VERIFY(m_frame->area->isVisible());
 }
 
 void tst_DispFrames::destroyedFrameDestroysItsPoppedOutContent()
 {
-    QVERIFY(m->showPoppedOut());
-    const QPointer<PopBase> pop(m->pop);
-    const QPointer<DispArea> area(m->area);
-    m.reset();
+    QVERIFY(m_frame->showPoppedOut());
+    const QPointer<PopBase> pop(m_frame->pop);
+    const QPointer<DispArea> area(m_frame->area);
+    m_frame.reset();
     QVERIFY(!pop);
     QVERIFY(!area);
 }
@@ -558,8 +564,8 @@ void tst_DispFrames::destroyedFrameDestroysItsPoppedOutContent()
 void tst_DispFrames::idleSurfaceDoesNotPaint()
 {
     QFETCH(bool, out);
-    QVERIFY(out ? m->showPoppedOut() : m->showDocked());
-    PaintCounter paints(m->area);
+    QVERIFY(out ? m_frame->showPoppedOut() : m_frame->showDocked());
+    PaintCounter paints(m_frame->area);
     paints.restart();
     QCOMPARE(paints.within(idleTime), 0);
 }
@@ -567,12 +573,12 @@ void tst_DispFrames::idleSurfaceDoesNotPaint()
 void tst_DispFrames::frameUpdatePaintsTheSurfaceOnce()
 {
     QFETCH(bool, out);
-    QVERIFY(out ? m->showPoppedOut() : m->showDocked());
+    QVERIFY(out ? m_frame->showPoppedOut() : m_frame->showDocked());
     int drawings = 0;
-    PaintCounter paints(m->area);
+    PaintCounter paints(m_frame->area);
     paints.restart();
-    m->client = [&drawings](QStylePainter*) { ++drawings; };
-    m->update();
+    m_frame->client = [&drawings](QStylePainter*) { ++drawings; };
+    m_frame->update();
     QCOMPARE(paints.count(), 0); // the paint is scheduled but not done yet
     QCOMPARE(paints.within(settleTime), 1);
     QCOMPARE(paints.within(settleTime), 1);
@@ -581,15 +587,15 @@ void tst_DispFrames::frameUpdatePaintsTheSurfaceOnce()
 
 void tst_DispFrames::surfacePaintRepaintsThePopOutWindow()
 {
-    QVERIFY(m->showPoppedOut());
-    PaintCounter surface(m->area);
-    PaintCounter window(m->pop);
+    QVERIFY(m_frame->showPoppedOut());
+    PaintCounter surface(m_frame->area);
+    PaintCounter window(m_frame->pop);
     surface.restart();
     window.restart();
-    m->area->update();
+    m_frame->area->update();
     QVERIFY(window.within(settleTime) >= 1);
-    QVERIFY(window.region().contains(m->pop->rect().topLeft()));
-    QVERIFY(window.region().contains(m->pop->rect().bottomRight()));
+    QVERIFY(window.region().contains(m_frame->pop->rect().topLeft()));
+    QVERIFY(window.region().contains(m_frame->pop->rect().bottomRight()));
     QCOMPARE(surface.count(), 1);
 }
 

@@ -32,11 +32,11 @@ private Q_SLOTS:
     void frameCanBeDestroyedWhileALimitIsEdited();
     void surfaceIsBelowTheStripAndBesideTheBar();
     void barIsBetweenItsNarrowLimitFields();
-    void limitsInitiallyShowTheBarsDefaults();
-    void signalsAndSlotsAreDeclaredInOrder();
+    void limitFieldsInitiallyShowTheDefaultsOfTheBar();
+    void signalsAndSlotsAreDeclaredInTheExpectedOrder();
 
     void mousePositionIsForwarded();
-    void valueFieldIsSetByTheClientOnly();
+    void mousePositionDoesNotChangeTheValueField();
     void readOutLeavesTheCursorAtTheEnd();
     void readOutShowsSixDigits();
 
@@ -47,7 +47,7 @@ private Q_SLOTS:
     void unparsableLimitIsZero();
     void reversedLimitsAreSwapped_data();
     void reversedLimitsAreSwapped();
-    void reversedLimitsAreShownSwapped();
+    void limitFieldsShowTheSwappedLimits();
     void limitsSetInTheBarAreShown();
     void leavingAnUneditedLimitKeepsItsFullPrecision_data();
     void leavingAnUneditedLimitKeepsItsFullPrecision();
@@ -164,13 +164,13 @@ void tst_DispMBase::barIsBetweenItsNarrowLimitFields()
     }
 }
 
-void tst_DispMBase::limitsInitiallyShowTheBarsDefaults()
+void tst_DispMBase::limitFieldsInitiallyShowTheDefaultsOfTheBar()
 {
     QCOMPARE(m_frame->MaxV->text(), "1");
     QCOMPARE(m_frame->MinV->text(), "0");
 }
 
-void tst_DispMBase::signalsAndSlotsAreDeclaredInOrder()
+void tst_DispMBase::signalsAndSlotsAreDeclaredInTheExpectedOrder()
 {
     const QMetaObject& meta = DispMBase::staticMetaObject;
     QCOMPARE(memberNames(meta, QMetaMethod::Signal),
@@ -200,7 +200,7 @@ void tst_DispMBase::mousePositionIsForwarded()
     QCOMPARE(shown, (QStringList{"0.75", "0.25", "0.5", "0.5"}));
 }
 
-void tst_DispMBase::valueFieldIsSetByTheClientOnly()
+void tst_DispMBase::mousePositionDoesNotChangeTheValueField()
 {
     m_frame->Val->setText("client's");
     m_frame->receiveNowPos(1.0, 2.0);
@@ -283,11 +283,11 @@ void tst_DispMBase::reversedLimitsAreSwapped_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<double>("zmin");
     QTest::addColumn<double>("zmax");
-    QTest::newRow("upper limit below the lower one") << true << "-5" << -5.0 << 1.0;
+    QTest::newRow("upper limit below the lower limit") << true << "-5" << -5.0 << 1.0;
     QTest::newRow("unparsable upper limit") << true << "high" << 0.0 << 1.0;
-    QTest::newRow("upper limit equal to the lower one") << true << "1" << 1.0 << 1.0;
-    QTest::newRow("lower limit above the upper one") << false << "7" << 3.0 << 7.0;
-    QTest::newRow("lower limit equal to the upper one") << false << "3" << 3.0 << 3.0;
+    QTest::newRow("upper limit equal to the lower limit") << true << "1" << 1.0 << 1.0;
+    QTest::newRow("lower limit above the upper limit") << false << "7" << 3.0 << 7.0;
+    QTest::newRow("lower limit equal to the upper limit") << false << "3" << 3.0 << 3.0;
 }
 
 void tst_DispMBase::reversedLimitsAreSwapped()
@@ -302,7 +302,7 @@ void tst_DispMBase::reversedLimitsAreSwapped()
     QTEST(m_frame->CBar->zmax, "zmax");
 }
 
-void tst_DispMBase::reversedLimitsAreShownSwapped()
+void tst_DispMBase::limitFieldsShowTheSwappedLimits()
 {
     m_frame->setZRange(1.5, 3.5);
     QVERIFY(show());

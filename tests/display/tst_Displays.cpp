@@ -85,7 +85,7 @@ public:
     bool isEmpty() const override { return false; }
 };
 
-bool showAndSettle(QWidget& window)
+bool showAndWaitForExposure(QWidget& window)
 {
     window.show();
     return QTest::qWaitForWindowExposed(&window);
@@ -99,30 +99,30 @@ class tst_Displays : public QObject
 
 private Q_SLOTS:
     void windowMatchesItsForm();
-    void signalsAndSlotsAreDeclaredInOrder();
+    void signalsAndSlotsAreDeclaredInTheExpectedOrder();
 
     void plotHasItsGridCellAndTitle_data();
     void plotHasItsGridCellAndTitle();
     void elevenPlotsAreListedInOrderOfTheirIds();
     void plotOutsideTheGridStaysAHiddenWindow();
     void axisTitlesAreDrawnInThePlotsNotInTheStrips();
-    void allTitlesButTheComparisonAreTranslated();
+    void plotTitlesExceptTheComparisonAreTranslated();
     void frameOfUnknownIdIsNull();
 
     void addedPlotHasTheGivenPlaceAndSpans();
-    void negativeColumnOrRowMeansOutsideTheGrid_data();
-    void negativeColumnOrRowMeansOutsideTheGrid();
+    void plotWithNegativeColumnOrRowIsNotInTheGrid_data();
+    void plotWithNegativeColumnOrRowIsNotInTheGrid();
     void firstOfTwoPlotsWithTheSameIdIsFound();
     void plotListedTwiceIsDrawnUnderBothIds();
 
-    void drawPassesIdAndPlot();
+    void drawSignalPassesIdAndPlot();
     void mouseSignalsPassThePlot();
-    void rightButtonOnlySignalsItsRelease();
+    void rightButtonReleaseIsSignalledButNotItsPress();
     void doubleClickIsNotSignalled();
 
-    void doubleClickResetsTheRangeOfOnePlotOnly();
+    void doubleClickResetsOnlyTheRangeOfTheClickedPlot();
 
-    void updatePaintsEveryPlotOnce();
+    void updatePaintsEachPlotInTheGridOnce();
     void updatePaintsPoppedOutPlotOnce();
     void updatePaintsPoppedOutPlotOfHiddenWindow();
     void updatePaintsPoppedOutPlotOutsideTheGrid();
@@ -153,7 +153,7 @@ void tst_Displays::windowMatchesItsForm()
     QCOMPARE(graphs.DispL->verticalSpacing(), 2);
 }
 
-void tst_Displays::signalsAndSlotsAreDeclaredInOrder()
+void tst_Displays::signalsAndSlotsAreDeclaredInTheExpectedOrder()
 {
     const QStringList expectedSignals{
         QStringLiteral("draw(Displays::DispId,DispABase*,QStylePainter*)"),
@@ -231,7 +231,7 @@ void tst_Displays::plotOutsideTheGridStaysAHiddenWindow()
     QCOMPARE(plane->Title->text(), QStringLiteral("M2/M3"));
     QVERIFY(!plane->parent());
     QVERIFY(plane->isWindow());
-    QVERIFY(showAndSettle(graphs));
+    QVERIFY(showAndWaitForExposure(graphs));
     QCOMPARE(graphs.DispL->indexOf(plane), -1);
     QVERIFY(!plane->isVisible());
     QVERIFY(graphs.frame(Displays::DHistA)->isVisible());
@@ -248,7 +248,7 @@ void tst_Displays::axisTitlesAreDrawnInThePlotsNotInTheStrips()
     }
 }
 
-void tst_Displays::allTitlesButTheComparisonAreTranslated()
+void tst_Displays::plotTitlesExceptTheComparisonAreTranslated()
 {
     TitleTranslator translator;
     QVERIFY(QCoreApplication::installTranslator(&translator));
@@ -280,7 +280,7 @@ void tst_Displays::addedPlotHasTheGivenPlaceAndSpans()
     QCOMPARE(graphs.ids.last(), idAt(11));
 }
 
-void tst_Displays::negativeColumnOrRowMeansOutsideTheGrid_data()
+void tst_Displays::plotWithNegativeColumnOrRowIsNotInTheGrid_data()
 {
     QTest::addColumn<int>("column");
     QTest::addColumn<int>("row");
@@ -289,7 +289,7 @@ void tst_Displays::negativeColumnOrRowMeansOutsideTheGrid_data()
     QTest::newRow("negative column and row") << -1 << -1;
 }
 
-void tst_Displays::negativeColumnOrRowMeansOutsideTheGrid()
+void tst_Displays::plotWithNegativeColumnOrRowIsNotInTheGrid()
 {
     QFETCH(int, column);
     QFETCH(int, row);
@@ -325,7 +325,7 @@ void tst_Displays::plotListedTwiceIsDrawnUnderBothIds()
     QCOMPARE(drawn, (QList<int>{12, 11}));
 }
 
-void tst_Displays::drawPassesIdAndPlot()
+void tst_Displays::drawSignalPassesIdAndPlot()
 {
     Displays graphs;
     QList<std::pair<Displays::DispId, DispABase*>> drawn;
@@ -359,7 +359,7 @@ void tst_Displays::mouseSignalsPassThePlot()
     }
 }
 
-void tst_Displays::rightButtonOnlySignalsItsRelease()
+void tst_Displays::rightButtonReleaseIsSignalledButNotItsPress()
 {
     Displays graphs;
     DispABase* plot = graphs.frame(Displays::DMuts);
@@ -383,10 +383,10 @@ void tst_Displays::doubleClickIsNotSignalled()
     QVERIFY(recorder.received.isEmpty());
 }
 
-void tst_Displays::doubleClickResetsTheRangeOfOnePlotOnly()
+void tst_Displays::doubleClickResetsOnlyTheRangeOfTheClickedPlot()
 {
     Displays graphs;
-    QVERIFY(showAndSettle(graphs));
+    QVERIFY(showAndWaitForExposure(graphs));
     for (DispABase* plot : std::as_const(graphs.disps)) {
         plot->setRealCoord(1.0, 2.0, 3.0, 4.0);
     }
@@ -406,10 +406,10 @@ void tst_Displays::doubleClickResetsTheRangeOfOnePlotOnly()
     QCOMPARE(graphs.frame(Displays::DHistA)->DispA->cc.realX1, 3.0);
 }
 
-void tst_Displays::updatePaintsEveryPlotOnce()
+void tst_Displays::updatePaintsEachPlotInTheGridOnce()
 {
     Displays graphs;
-    QVERIFY(showAndSettle(graphs));
+    QVERIFY(showAndWaitForExposure(graphs));
     SurfacePaints paints(graphs);
     graphs.update();
     QCOMPARE(paints.counts(), paintsOfGridPlots(1));
@@ -418,7 +418,7 @@ void tst_Displays::updatePaintsEveryPlotOnce()
 void tst_Displays::updatePaintsPoppedOutPlotOnce()
 {
     Displays graphs;
-    QVERIFY(showAndSettle(graphs));
+    QVERIFY(showAndWaitForExposure(graphs));
     DispABase* plot = graphs.frame(Displays::DTarget);
     plot->popDock();
     QVERIFY(QTest::qWaitForWindowExposed(plot->pop));
@@ -448,7 +448,7 @@ void tst_Displays::updatePaintsPoppedOutPlotOfHiddenWindow()
 void tst_Displays::updatePaintsPoppedOutPlotOutsideTheGrid()
 {
     Displays graphs;
-    QVERIFY(showAndSettle(graphs));
+    QVERIFY(showAndWaitForExposure(graphs));
     DispABase* plane = graphs.frame(Displays::DM2M3);
     plane->popDock();
     QVERIFY(QTest::qWaitForWindowExposed(plane->pop));
@@ -460,7 +460,7 @@ void tst_Displays::updatePaintsPoppedOutPlotOutsideTheGrid()
 void tst_Displays::idlePlotsAreNotPainted()
 {
     Displays graphs;
-    QVERIFY(showAndSettle(graphs));
+    QVERIFY(showAndWaitForExposure(graphs));
     DispABase* plot = graphs.frame(Displays::DRef1);
     plot->popDock();
     QVERIFY(QTest::qWaitForWindowExposed(plot->pop));
@@ -474,13 +474,13 @@ void tst_Displays::idlePlotsAreNotPainted()
 void tst_Displays::closedWindowIsHiddenAndCanBeReopened()
 {
     Displays graphs;
-    QVERIFY(showAndSettle(graphs));
+    QVERIFY(showAndWaitForExposure(graphs));
     QVERIFY(graphs.close());
     QTest::qWait(10);
     QVERIFY(!graphs.isVisible());
     QVERIFY(!graphs.testAttribute(Qt::WA_DeleteOnClose));
     QCOMPARE(graphs.disps.size(), 11);
-    QVERIFY(showAndSettle(graphs));
+    QVERIFY(showAndWaitForExposure(graphs));
     SurfacePaints paints(graphs);
     graphs.update();
     QCOMPARE(paints.counts(), paintsOfGridPlots(1));

@@ -30,7 +30,7 @@ QFont givenFont()
     return font;
 }
 
-QFont tenPoints()
+QFont tenPointFont()
 {
     QFont font;
     font.setPointSizeF(10.0);
@@ -100,44 +100,44 @@ private Q_SLOTS:
     void emptyTextHasEmptyBox();
     void modesOtherThanOneUseTheGivenFont_data();
     void modesOtherThanOneUseTheGivenFont();
-    void painterKeepsTheGivenFont_data();
-    void painterKeepsTheGivenFont();
-    void negativeBoxEqualsNormalizedBox_data();
-    void negativeBoxEqualsNormalizedBox();
+    void textFunctionsLeaveTheGivenFontOnThePainter_data();
+    void textFunctionsLeaveTheGivenFontOnThePainter();
+    void boxOfNegativeSizeDrawsLikeTheNormalizedBox_data();
+    void boxOfNegativeSizeDrawsLikeTheNormalizedBox();
     void fittedTextStaysInItsBox_data();
     void fittedTextStaysInItsBox();
     void smallTextStaysInItsBox_data();
     void smallTextStaysInItsBox();
     void textAtTheWidgetEdgeIsNotCutOff_data() { smallTextStaysInItsBox_data(); }
     void textAtTheWidgetEdgeIsNotCutOff();
-    void emptyBoxDrawsNothing_data();
-    void emptyBoxDrawsNothing();
-    void emptySideLimitsTheSizeToTenPoints_data();
-    void emptySideLimitsTheSizeToTenPoints();
+    void noTextIsDrawnInAnEmptyBox_data();
+    void noTextIsDrawnInAnEmptyBox();
+    void zeroWidthOrHeightLimitsTheSizeToTenPoints_data();
+    void zeroWidthOrHeightLimitsTheSizeToTenPoints();
 
     void textBoxReturnsWhereTheTextIsDrawn_data();
     void textBoxReturnsWhereTheTextIsDrawn();
-    void textBoxHasNoMaximumSize();
+    void textBoxDoesNotLimitTheFontSize();
 
-    void listUsesTheSmallestSizeInWholePoints();
+    void listIsDrawnAtItsSmallestFittedSizeInWholePoints();
     void eachTextOfAListIsShiftedByTheSameStep();
-    void otherModesFitEachTextOfAListSeparately_data();
-    void otherModesFitEachTextOfAListSeparately();
-    void pairTextsAreAlignedToTheLeftAndRight();
+    void modesOneAndTwoFitEachTextOfAListSeparately_data();
+    void modesOneAndTwoFitEachTextOfAListSeparately();
+    void textsOfAPairAreAlignedLeftAndRight();
     void pairsUseTheSizeOfTheLongestPair();
-    void emptyListsDrawNothing();
+    void emptyListsAndTooSmallBoxesDrawNothing();
 
     void overlappingBoxesAreFound_data();
     void overlappingBoxesAreFound();
     void boxesAreKeptInOrder();
-    void normalizeKeepsTheArea_data();
-    void normalizeKeepsTheArea();
+    void normalizeMakesNegativeSizesPositive_data();
+    void normalizeMakesNegativeSizesPositive();
 
     void buttonSquareShowsItsState_data();
     void buttonSquareShowsItsState();
     void buttonTextIsBesideTheSquare();
-    void buttonIsHitStrictlyInside_data();
-    void buttonIsHitStrictlyInside();
+    void buttonIsHitOnlyInsideItsEdges_data();
+    void buttonIsHitOnlyInsideItsEdges();
 
 private:
     /// The texts that @p drawing draws.
@@ -177,7 +177,7 @@ tests::DrawnText tst_DrawText::drawnText(const QRectF& box, int flags, int mode,
 QSizeF tst_DrawText::measured(const QString& text, int flags)
 {
     QPainter p(&m_recorder);
-    p.setFont(tenPoints());
+    p.setFont(tenPointFont());
     return p.boundingRect(QRectF(0, 0, 5000, 5000), flags, text).size();
 }
 
@@ -295,7 +295,7 @@ void tst_DrawText::modesOtherThanOneUseTheGivenFont()
     QCOMPARE(drawnText({10, 10, 40, 5}, leftMiddle, mode, shortText, -1.0).points, 17.0);
 }
 
-void tst_DrawText::painterKeepsTheGivenFont_data()
+void tst_DrawText::textFunctionsLeaveTheGivenFontOnThePainter_data()
 {
     using Operation = std::function<void(DrawText&, QStylePainter*)>;
     QTest::addColumn<Operation>("operation");
@@ -320,18 +320,18 @@ void tst_DrawText::painterKeepsTheGivenFont_data()
     });
 }
 
-void tst_DrawText::painterKeepsTheGivenFont()
+void tst_DrawText::textFunctionsLeaveTheGivenFontOnThePainter()
 {
     using Operation = std::function<void(DrawText&, QStylePainter*)>;
     QFETCH(Operation, operation);
     textsDrawnBy([&](QStylePainter* p) {
-        p->setFont(tenPoints());
+        p->setFont(tenPointFont());
         operation(m_dt, p);
         QCOMPARE(p->font(), givenFont());
     });
 }
 
-void tst_DrawText::negativeBoxEqualsNormalizedBox_data()
+void tst_DrawText::boxOfNegativeSizeDrawsLikeTheNormalizedBox_data()
 {
     QTest::addColumn<QRectF>("box");
     QTest::newRow("grows to the left") << QRectF(120, 30, -100, 20);
@@ -339,7 +339,7 @@ void tst_DrawText::negativeBoxEqualsNormalizedBox_data()
     QTest::newRow("grows to the left and upward") << QRectF(120, 50, -100, -20);
 }
 
-void tst_DrawText::negativeBoxEqualsNormalizedBox()
+void tst_DrawText::boxOfNegativeSizeDrawsLikeTheNormalizedBox()
 {
     QFETCH(QRectF, box);
     const QRectF positive(20, 30, 100, 20);
@@ -446,7 +446,7 @@ void tst_DrawText::textAtTheWidgetEdgeIsNotCutOff()
     }
 }
 
-void tst_DrawText::emptyBoxDrawsNothing_data()
+void tst_DrawText::noTextIsDrawnInAnEmptyBox_data()
 {
     QTest::addColumn<QRectF>("box");
     QTest::newRow("no width, no height") << QRectF(40, 40, 0, 0);
@@ -455,7 +455,7 @@ void tst_DrawText::emptyBoxDrawsNothing_data()
     QTest::newRow("no height, negative width") << QRectF(140, 40, -100, 0);
 }
 
-void tst_DrawText::emptyBoxDrawsNothing()
+void tst_DrawText::noTextIsDrawnInAnEmptyBox()
 {
     QFETCH(QRectF, box);
     const tests::DebugLog log;
@@ -471,7 +471,7 @@ void tst_DrawText::emptyBoxDrawsNothing()
     QCOMPARE(log.lines(), QStringList());
 }
 
-void tst_DrawText::emptySideLimitsTheSizeToTenPoints_data()
+void tst_DrawText::zeroWidthOrHeightLimitsTheSizeToTenPoints_data()
 {
     QTest::addColumn<QSizeF>("space"); // as a multiple of the text's size at 10 points
     QTest::addColumn<double>("points");
@@ -485,7 +485,7 @@ void tst_DrawText::emptySideLimitsTheSizeToTenPoints_data()
 // An empty side of the box counts as if the text fitted it at exactly 10 points. So the
 // size is at most 10 points, and smaller if the text is too large for the side that is
 // not empty.
-void tst_DrawText::emptySideLimitsTheSizeToTenPoints()
+void tst_DrawText::zeroWidthOrHeightLimitsTheSizeToTenPoints()
 {
     QFETCH(QSizeF, space);
     QFETCH(double, points);
@@ -529,7 +529,7 @@ void tst_DrawText::textBoxReturnsWhereTheTextIsDrawn()
 
 // The box has the proportions of the text, so the text fills it. The tolerance of 5 %
 // of the width covers the rounding of glyph widths to whole pixels.
-void tst_DrawText::textBoxHasNoMaximumSize()
+void tst_DrawText::textBoxDoesNotLimitTheFontSize()
 {
     const QRectF box(QPointF(40, 50), 4.0 * measured(shortText));
     textsDrawnBy([&](QStylePainter* p) {
@@ -540,7 +540,7 @@ void tst_DrawText::textBoxHasNoMaximumSize()
 
 // The box is 2.59 times as wide as longText at 10 points, so longText fits at 25.9
 // points, which is truncated to 25. shortText alone would fit at a larger size.
-void tst_DrawText::listUsesTheSmallestSizeInWholePoints()
+void tst_DrawText::listIsDrawnAtItsSmallestFittedSizeInWholePoints()
 {
     const QSizeF size = measured(longText);
     const QRectF box(20, 30, 2.59 * size.width(), 10.0 * size.height());
@@ -569,7 +569,7 @@ void tst_DrawText::eachTextOfAListIsShiftedByTheSameStep()
     QCOMPARE(all.at(2).at - all.at(0).at, QPointF(15.0, -40.5));
 }
 
-void tst_DrawText::otherModesFitEachTextOfAListSeparately_data()
+void tst_DrawText::modesOneAndTwoFitEachTextOfAListSeparately_data()
 {
     QTest::addColumn<int>("mode");
     QTest::newRow("mode 1") << 1;
@@ -578,7 +578,7 @@ void tst_DrawText::otherModesFitEachTextOfAListSeparately_data()
 
 // The box is twice as wide as shortText at 10 points, and high enough for all texts. So
 // shortText fits at 20 points.
-void tst_DrawText::otherModesFitEachTextOfAListSeparately()
+void tst_DrawText::modesOneAndTwoFitEachTextOfAListSeparately()
 {
     QFETCH(int, mode);
     const double width = 2.0 * measured(shortText).width();
@@ -601,7 +601,7 @@ void tst_DrawText::otherModesFitEachTextOfAListSeparately()
     QVERIFY(near(limited.at(1).points, std::min(12.0, fitting), 0.01));
 }
 
-void tst_DrawText::pairTextsAreAlignedToTheLeftAndRight()
+void tst_DrawText::textsOfAPairAreAlignedLeftAndRight()
 {
     const auto all = textsDrawnBy([&](QStylePainter* p) {
         m_dt.drawTextPairs(p, {20, 30, 300, 20}, 5, 25, givenFont(), {"First", "Third"},
@@ -636,7 +636,7 @@ void tst_DrawText::pairsUseTheSizeOfTheLongestPair()
     }
 }
 
-void tst_DrawText::emptyListsDrawNothing()
+void tst_DrawText::emptyListsAndTooSmallBoxesDrawNothing()
 {
     const tests::DebugLog log;
     const auto all = textsDrawnBy([&](QStylePainter* p) {
@@ -687,7 +687,7 @@ void tst_DrawText::boxesAreKeptInOrder()
     QCOMPARE(dt.boxes.size(), 2);
 }
 
-void tst_DrawText::normalizeKeepsTheArea_data()
+void tst_DrawText::normalizeMakesNegativeSizesPositive_data()
 {
     QTest::addColumn<QRectF>("box");
     QTest::addColumn<QRectF>("normal");
@@ -698,7 +698,7 @@ void tst_DrawText::normalizeKeepsTheArea_data()
     QTest::newRow("empty") << QRectF(10, 20, 0, 0) << QRectF(10, 20, 0, 0);
 }
 
-void tst_DrawText::normalizeKeepsTheArea()
+void tst_DrawText::normalizeMakesNegativeSizesPositive()
 {
     QFETCH(QRectF, box);
     QTEST(DrawText::normalize(box), "normal");
@@ -759,7 +759,7 @@ void tst_DrawText::buttonTextIsBesideTheSquare()
     QVERIFY(QRectF(2, 70.5, 168, 29).contains(QRectF(found)));
 }
 
-void tst_DrawText::buttonIsHitStrictlyInside_data()
+void tst_DrawText::buttonIsHitOnlyInsideItsEdges_data()
 {
     QTest::addColumn<QPointF>("at");
     QTest::addColumn<bool>("hit");
@@ -781,7 +781,7 @@ void tst_DrawText::buttonIsHitStrictlyInside_data()
 
 // The square has sides of 20 pixels, with the lower left corner (10, 50) and the upper
 // right corner (30, 30). The mouse position is rounded to whole pixels.
-void tst_DrawText::buttonIsHitStrictlyInside()
+void tst_DrawText::buttonIsHitOnlyInsideItsEdges()
 {
     QFETCH(QPointF, at);
     const QMouseEvent event(QEvent::MouseButtonPress, at, at, Qt::LeftButton, Qt::LeftButton,

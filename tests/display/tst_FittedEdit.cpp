@@ -73,12 +73,12 @@ private Q_SLOTS:
     void toolTipExistsOnlyIfTextDoesNotFit();
     void longNumberWithoutFocusShowsItsExponent();
     void clickInLongNumberKeepsItsExponentVisible();
-    void keyInLongNumberScrollsToTheCursor();
+    void keyPressInLongNumberScrollsToTheCursor();
     void markupIsEscapedInToolTip();
     void longTextWithoutFocusShowsStartAndEnd();
     void longTextWithFocusCanBeScrolled();
     void tabReturnsTheCursorToTheStart();
-    void windowInBackgroundKeepsTheCursor();
+    void deactivatingTheWindowKeepsTheCursorPosition();
     void textOnStyledBackgroundIsBlackInDarkTheme();
     void textWithoutBackgroundUsesThePalette();
 
@@ -229,7 +229,7 @@ void tst_FittedEdit::clickInLongNumberKeepsItsExponentVisible()
     QCOMPARE(after.copy(inkOf(before)), before.copy(inkOf(before)));
 }
 
-void tst_FittedEdit::keyInLongNumberScrollsToTheCursor()
+void tst_FittedEdit::keyPressInLongNumberScrollsToTheCursor()
 {
     m_edit->setFixedWidth(40);
     QCoreApplication::processEvents();
@@ -296,7 +296,7 @@ void tst_FittedEdit::tabReturnsTheCursorToTheStart()
     QCOMPARE(m_edit->cursorPosition(), 0);
 }
 
-void tst_FittedEdit::windowInBackgroundKeepsTheCursor()
+void tst_FittedEdit::deactivatingTheWindowKeepsTheCursorPosition()
 {
     m_edit->setFocus();
     QTest::keyClicks(m_edit, "83");

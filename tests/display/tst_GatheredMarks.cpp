@@ -89,20 +89,20 @@ class tst_GatheredMarks : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void manyMarksMatchSingleCircles_data();
-    void manyMarksMatchSingleCircles();
-    void marksMatchInSeveralImageFormats_data();
-    void marksMatchInSeveralImageFormats();
-    void marksMatchWithTranslatedOrClippedPainters_data();
-    void marksMatchWithTranslatedOrClippedPainters();
-    void marksMatchWithUnusualPainterStates_data();
-    void marksMatchWithUnusualPainterStates();
-    void gatheredMarksEqualSingleMarksForUnusualPens_data();
-    void gatheredMarksEqualSingleMarksForUnusualPens();
+    void marksMatchMarkByMarkDrawing_data();
+    void marksMatchMarkByMarkDrawing();
+    void marksMatchMarkByMarkDrawingInSeveralImageFormats_data();
+    void marksMatchMarkByMarkDrawingInSeveralImageFormats();
+    void marksMatchMarkByMarkDrawingWithTranslatedOrClippedPainters_data();
+    void marksMatchMarkByMarkDrawingWithTranslatedOrClippedPainters();
+    void marksMatchMarkByMarkDrawingInUnusualPainterStates_data();
+    void marksMatchMarkByMarkDrawingInUnusualPainterStates();
+    void marksMatchMarkByMarkDrawingWithUnusualPens_data();
+    void marksMatchMarkByMarkDrawingWithUnusualPens();
     void emptyListOfMarksDrawsNothing();
 };
 
-void tst_GatheredMarks::manyMarksMatchSingleCircles_data()
+void tst_GatheredMarks::marksMatchMarkByMarkDrawing_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<QList<QPointF>>("points");
@@ -136,7 +136,7 @@ void tst_GatheredMarks::manyMarksMatchSingleCircles_data()
                                  << QList<double>{1.0, 0.0, 1.0, 1.0};
 }
 
-void tst_GatheredMarks::manyMarksMatchSingleCircles()
+void tst_GatheredMarks::marksMatchMarkByMarkDrawing()
 {
     QFETCH(QSize, size);
     QFETCH(QList<QPointF>, points);
@@ -149,7 +149,7 @@ void tst_GatheredMarks::manyMarksMatchSingleCircles()
                           plot.oneByOne(points, pen, white, unchanged)));
 }
 
-void tst_GatheredMarks::marksMatchInSeveralImageFormats_data()
+void tst_GatheredMarks::marksMatchMarkByMarkDrawingInSeveralImageFormats_data()
 {
     QTest::addColumn<QImage::Format>("format");
     QTest::newRow("transparent") << QImage::Format_ARGB32_Premultiplied;
@@ -159,7 +159,7 @@ void tst_GatheredMarks::marksMatchInSeveralImageFormats_data()
     QTest::newRow("10 bit") << QImage::Format_BGR30;
 }
 
-void tst_GatheredMarks::marksMatchInSeveralImageFormats()
+void tst_GatheredMarks::marksMatchMarkByMarkDrawingInSeveralImageFormats()
 {
     QFETCH(QImage::Format, format);
     const Plot plot(usualSize);
@@ -171,12 +171,12 @@ void tst_GatheredMarks::marksMatchInSeveralImageFormats()
             plot.oneByOne(points, pen, white, unchanged));
 }
 
-void tst_GatheredMarks::marksMatchWithTranslatedOrClippedPainters_data()
+void tst_GatheredMarks::marksMatchMarkByMarkDrawingWithTranslatedOrClippedPainters_data()
 {
     addPainterStates(true);
 }
 
-void tst_GatheredMarks::marksMatchWithTranslatedOrClippedPainters()
+void tst_GatheredMarks::marksMatchMarkByMarkDrawingWithTranslatedOrClippedPainters()
 {
     QFETCH(PainterState, state);
     const Plot plot(usualSize);
@@ -189,12 +189,12 @@ void tst_GatheredMarks::marksMatchWithTranslatedOrClippedPainters()
     }
 }
 
-void tst_GatheredMarks::marksMatchWithUnusualPainterStates_data()
+void tst_GatheredMarks::marksMatchMarkByMarkDrawingInUnusualPainterStates_data()
 {
     addPainterStates(false);
 }
 
-void tst_GatheredMarks::marksMatchWithUnusualPainterStates()
+void tst_GatheredMarks::marksMatchMarkByMarkDrawingInUnusualPainterStates()
 {
     QFETCH(PainterState, state);
     QFETCH(double, scale);
@@ -208,7 +208,7 @@ void tst_GatheredMarks::marksMatchWithUnusualPainterStates()
     QVERIFY(expected != white);
 }
 
-void tst_GatheredMarks::gatheredMarksEqualSingleMarksForUnusualPens_data()
+void tst_GatheredMarks::marksMatchMarkByMarkDrawingWithUnusualPens_data()
 {
     QTest::addColumn<QPen>("pen");
     QTest::newRow("wide pen") << QPen(Qt::blue, 2);
@@ -217,7 +217,7 @@ void tst_GatheredMarks::gatheredMarksEqualSingleMarksForUnusualPens_data()
     QTest::newRow("no pen") << QPen(Qt::NoPen);
 }
 
-void tst_GatheredMarks::gatheredMarksEqualSingleMarksForUnusualPens()
+void tst_GatheredMarks::marksMatchMarkByMarkDrawingWithUnusualPens()
 {
     QFETCH(QPen, pen);
     const Plot plot(usualSize);

@@ -95,7 +95,7 @@ private Q_SLOTS:
     void frameIsDrawnAfterTheDataAndBeforeDrawOnTop();
     void drawOnTopDrawsNothingByDefault();
     void plotAreaIsComputedBeforeTheDataIsDrawn();
-    void onlyFirstRangeAfterResetIsUsed();
+    void laterRangesAreIgnoredUntilClearScale();
     void zoomIsKeptAndAutomaticRangeIsReported();
     void unfittedRangeKeepsTheViewAutomatic();
     void unfittedRangeKeepsTheZoom();
@@ -142,7 +142,7 @@ void tst_Graph::plotAreaIsComputedBeforeTheDataIsDrawn()
     QCOMPARE(countOf(image, image.rect(), Qt::magenta), 100);
 }
 
-void tst_Graph::onlyFirstRangeAfterResetIsUsed()
+void tst_Graph::laterRangesAreIgnoredUntilClearScale()
 {
     FilledGraph graph;
     Plot plot(graph);

@@ -102,9 +102,9 @@ private Q_SLOTS:
     void linesAreAtTheirValues();
     void linesCrossTheWholeWidget();
     void linesUseThePen();
-    void gridLinesEqualTheReferenceLoop_data();
-    void gridLinesEqualTheReferenceLoop();
-    void randomGridsMatchAPlainLoop();
+    void gridLinesMatchTheReferenceLoop_data();
+    void gridLinesMatchTheReferenceLoop();
+    void randomGridsMatchTheReferenceLoop();
     void denseGridHasOneLinePerPixel();
     void millionsOfLinesFillEveryPixel();
     void positionsTruncatedToZeroShareALine();
@@ -112,8 +112,8 @@ private Q_SLOTS:
     void gridOfOneValueHasOneLine();
     void invalidGridsAreEmpty_data();
     void invalidGridsAreEmpty();
-    void extremeNumbersReturnQuickly();
-    void valenceGridEndsWithinHalfAStep();
+    void gridsWithExtremeNumbersAreDrawnQuickly();
+    void valenceGridEndsWithinHalfAStepOfTheUpperValence();
 };
 
 // One unit of x is 20 pixels, with 10 at pixel column 40. One unit of y is 51 pixels,
@@ -160,7 +160,7 @@ void tst_GridLines::linesUseThePen()
     QCOMPARE(display::gridColor, QColor(200, 200, 255));
 }
 
-void tst_GridLines::gridLinesEqualTheReferenceLoop_data()
+void tst_GridLines::gridLinesMatchTheReferenceLoop_data()
 {
     QTest::addColumn<QRectF>("range");         // left = x0, top = y0, right = x1, bottom = y1
     QTest::addColumn<QList<double>>("values"); // first, step, last
@@ -193,7 +193,7 @@ void tst_GridLines::gridLinesEqualTheReferenceLoop_data()
     QTest::newRow("dense, from the right edge") << range(0, 0, 1000, 1000) << Values{1057, 1, 1070};
 }
 
-void tst_GridLines::gridLinesEqualTheReferenceLoop()
+void tst_GridLines::gridLinesMatchTheReferenceLoop()
 {
     QFETCH(QRectF, range);
     QFETCH(QList<double>, values);
@@ -202,7 +202,7 @@ void tst_GridLines::gridLinesEqualTheReferenceLoop()
     QVERIFY(matchesPlainGrid(cc, {values.at(0), values.at(1), values.at(2)}));
 }
 
-void tst_GridLines::randomGridsMatchAPlainLoop()
+void tst_GridLines::randomGridsMatchTheReferenceLoop()
 {
     QRandomGenerator random(7);
     const auto number = [&random](double span) { return span * (random.generateDouble() - 0.5); };
@@ -315,7 +315,7 @@ void tst_GridLines::invalidGridsAreEmpty()
 
 // Every call must return quickly. Grids with a non-finite number or a step of 0 or less
 // must draw nothing; of the other grids, at least one must draw something.
-void tst_GridLines::extremeNumbersReturnQuickly()
+void tst_GridLines::gridsWithExtremeNumbersAreDrawnQuickly()
 {
     const QList<double> numbers{0,    0.1,      -1,       1e17,      1e300,     -1e300,
                                 huge, smallest, infinite, -infinite, notANumber};
@@ -340,7 +340,7 @@ void tst_GridLines::extremeNumbersReturnQuickly()
     QCOMPARE(withInvalidGrids, whiteSurface());
 }
 
-void tst_GridLines::valenceGridEndsWithinHalfAStep()
+void tst_GridLines::valenceGridEndsWithinHalfAStepOfTheUpperValence()
 {
     const GridValues values = display::valenceGrid(2.0, 3.0);
     QCOMPARE(values.first, 2.0);

@@ -61,14 +61,14 @@ private Q_SLOTS:
     void initZeroesTheCountsAndRereadsTheLimits();
 
     void existingFileIsReplaced();
-    void fileNameIsDerivedFromTheResult_data();
-    void fileNameIsDerivedFromTheResult();
+    void fileNameIsDerivedFromTheResultFileName_data();
+    void fileNameIsDerivedFromTheResultFileName();
     void missingFileIsNotCreated();
     void fileCreatedByTheUserIsWritten();
     void histogramIsWrittenToTheFolderOfTheLinkedResult();
     void symbolicLinkToHistogramFileIsFollowed();
-    void missingResultUsesTheWorkingFolder();
-    void emptyPathUsesTheWorkingFolder();
+    void histogramOfMissingResultIsWrittenToTheWorkingFolder();
+    void histogramOfEmptyPathIsWrittenToTheWorkingFolder();
     void folderNamedLikeTheHistogramFileIsRefused();
     void pipeNamedLikeTheHistogramFileIsRefusedWithoutBlocking();
     void unwritableFileIsRefused();
@@ -201,7 +201,7 @@ void tst_Histgram::existingFileIsReplaced()
     QCOMPARE(tests::readFile(pathOf("map.dat")), QByteArray("result\n"));
 }
 
-void tst_Histgram::fileNameIsDerivedFromTheResult_data()
+void tst_Histgram::fileNameIsDerivedFromTheResultFileName_data()
 {
     QTest::addColumn<QString>("result");
     QTest::addColumn<QString>("file");
@@ -213,7 +213,7 @@ void tst_Histgram::fileNameIsDerivedFromTheResult_data()
         << QString::fromUtf8("μ t.tx t") << QString::fromUtf8("μ t_HGThick.tx t");
 }
 
-void tst_Histgram::fileNameIsDerivedFromTheResult()
+void tst_Histgram::fileNameIsDerivedFromTheResultFileName()
 {
     QFETCH(QString, result);
     QFETCH(QString, file);
@@ -262,7 +262,7 @@ void tst_Histgram::symbolicLinkToHistogramFileIsFollowed()
 
 // The histogram file in the folder of the missing result is not changed; the file
 // in the working folder is written.
-void tst_Histgram::missingResultUsesTheWorkingFolder()
+void tst_Histgram::histogramOfMissingResultIsWrittenToTheWorkingFolder()
 {
     QVERIFY(QDir(m_folder->path()).mkdir("work"));
     QVERIFY(makeFiles("other.dat", "map_HGAlpha.dat"));
@@ -274,7 +274,7 @@ void tst_Histgram::missingResultUsesTheWorkingFolder()
     QCOMPARE(tests::readFile(pathOf("work/map_HGAlpha.dat")), writtenText);
 }
 
-void tst_Histgram::emptyPathUsesTheWorkingFolder()
+void tst_Histgram::histogramOfEmptyPathIsWrittenToTheWorkingFolder()
 {
     const WorkingFolder work(m_folder->path());
     QVERIFY(!m_histogram.write(QString(), "HGAlpha"));

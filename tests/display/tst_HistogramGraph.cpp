@@ -139,14 +139,14 @@ private Q_SLOTS:
     void mainBarFillsItsBin();
     void mainBarIsAtLeastOnePixelWide();
     void firstBinIsCentredOnTheLowerLimit();
-    void barsAreShiftedByTheIndexOfTheirSeries_data();
-    void barsAreShiftedByTheIndexOfTheirSeries();
-    void fourSeriesAreSideBySide();
-    void laterSeriesAreDrawnOverEarlierOnes();
+    void barsAreShiftedAccordingToTheirSeriesIndex_data();
+    void barsAreShiftedAccordingToTheirSeriesIndex();
+    void barsOfFourSeriesAreSideBySide();
+    void laterSeriesAreDrawnOverEarlierSeries();
     void countsOutsideTheLimitsAreDrawnBesideTheBins();
     void emptyBinsHaveNoBar();
-    void barsAreClippedOnlyAtTheView_data();
-    void barsAreClippedOnlyAtTheView();
+    void barsAreClippedToTheView_data();
+    void barsAreClippedToTheView();
     void viewAwayFromTheBarsIsEmpty_data();
     void viewAwayFromTheBarsIsEmpty();
 
@@ -154,12 +154,12 @@ private Q_SLOTS:
     void manyBinsMatchBarByBarDrawing();
     void largestPossibleCountIsDrawn();
 
-    void verticalGridExcludesTheLastInteger_data();
-    void verticalGridExcludesTheLastInteger();
-    void horizontalGridUsesTheScaleOfX_data();
-    void horizontalGridUsesTheScaleOfX();
+    void verticalGridOmitsTheLastIntegerOfTheRange_data();
+    void verticalGridOmitsTheLastIntegerOfTheRange();
+    void horizontalGridStepIsDerivedFromTheXScale_data();
+    void horizontalGridStepIsDerivedFromTheXScale();
     void gridIsDrawnOnlyBetweenTheLimitsAndInsideTheView();
-    void denseHorizontalGridFillsItsRows();
+    void denseHorizontalGridHasALineInEachPixelRow();
     void graphWithExtremeNumbersIsPainted_data();
     void graphWithExtremeNumbersIsPainted();
 };
@@ -266,7 +266,7 @@ void tst_HistogramGraph::firstBinIsCentredOnTheLowerLimit()
     QCOMPARE(boxOf(grey, plot.picture()), QRect(60, 36, 40, 248 - 36));
 }
 
-void tst_HistogramGraph::barsAreShiftedByTheIndexOfTheirSeries_data()
+void tst_HistogramGraph::barsAreShiftedAccordingToTheirSeriesIndex_data()
 {
     QTest::addColumn<int>("place");
     // The bin starts at pixel column 180. The bars of the series 0, 1, 2 and 3 are
@@ -279,7 +279,7 @@ void tst_HistogramGraph::barsAreShiftedByTheIndexOfTheirSeries_data()
     QTest::newRow("fourth series") << 3 << 185;
 }
 
-void tst_HistogramGraph::barsAreShiftedByTheIndexOfTheirSeries()
+void tst_HistogramGraph::barsAreShiftedAccordingToTheirSeriesIndex()
 {
     QFETCH(int, place);
     QFETCH(int, column);
@@ -291,7 +291,7 @@ void tst_HistogramGraph::barsAreShiftedByTheIndexOfTheirSeries()
     QCOMPARE(boxOf(red, GraphPlot(graph).picture()), QRect(column, 36, 3, 248 - 36));
 }
 
-void tst_HistogramGraph::fourSeriesAreSideBySide()
+void tst_HistogramGraph::barsOfFourSeriesAreSideBySide()
 {
     HistogramGraph graph;
     fillGraph(graph, oneBin(4, 25));
@@ -315,7 +315,7 @@ void tst_HistogramGraph::fourSeriesAreSideBySide()
 
 // The bins are two pixels wide and the bars of the three series are three pixels wide,
 // so neighbouring bars overlap.
-void tst_HistogramGraph::laterSeriesAreDrawnOverEarlierOnes()
+void tst_HistogramGraph::laterSeriesAreDrawnOverEarlierSeries()
 {
     HistogramGraph graph;
     graph.from = 0.0;
@@ -370,7 +370,7 @@ void tst_HistogramGraph::emptyBinsHaveNoBar()
     QCOMPARE(boxOf(red, image), QRect(376, 36, 3, 212));
 }
 
-void tst_HistogramGraph::barsAreClippedOnlyAtTheView_data()
+void tst_HistogramGraph::barsAreClippedToTheView_data()
 {
     QTest::addColumn<PlotRange>("range"); // x0, y0, x1, y1
     QTest::newRow("left edge inside a bar") << PlotRange{3.8, -3.0, 8.0, 33.0};
@@ -384,7 +384,7 @@ void tst_HistogramGraph::barsAreClippedOnlyAtTheView_data()
     QTest::newRow("shifted bars at the left edge") << PlotRange{3.495, -3.0, 5.0, 33.0};
 }
 
-void tst_HistogramGraph::barsAreClippedOnlyAtTheView()
+void tst_HistogramGraph::barsAreClippedToTheView()
 {
     QFETCH(PlotRange, range);
     HistogramGraph graph;
@@ -475,7 +475,7 @@ void tst_HistogramGraph::largestPossibleCountIsDrawn()
     QCOMPARE(boxOf(grey, GraphPlot(graph).picture()), QRect(180, 36, 40, 248 - 36));
 }
 
-void tst_HistogramGraph::verticalGridExcludesTheLastInteger_data()
+void tst_HistogramGraph::verticalGridOmitsTheLastIntegerOfTheRange_data()
 {
     QTest::addColumn<double>("from");
     QTest::addColumn<double>("to");
@@ -486,13 +486,13 @@ void tst_HistogramGraph::verticalGridExcludesTheLastInteger_data()
     QTest::newRow("integer limits")
         << 0.0 << 5.0 << QList<int>{1, 2, 3, 4}; // the outline covers the line at 0
     QTest::newRow("limits between integers") << 0.5 << 5.5 << QList<int>{1, 2, 3, 4};
-    QTest::newRow("only integer is the excluded one") << 0.2 << 1.9 << QList<int>{};
+    QTest::newRow("only integer is excluded") << 0.2 << 1.9 << QList<int>{};
     QTest::newRow("no integer inside") << 1.2 << 1.9 << QList<int>{};
     QTest::newRow("negative") << -3.5 << -0.5 << QList<int>{-3, -2};
     QTest::newRow("around zero") << -2.5 << 2.5 << QList<int>{-2, -1, 0, 1};
     QTest::newRow("largest range with steps of 1")
         << 0.5 << 33.5 << valuesFrom(1, 32, 1); // steps of 340 / 33 = 10.3 pixels
-    QTest::newRow("ten columns are too narrow") << 0.5 << 34.5 << valuesFrom(1, 33, 2);
+    QTest::newRow("step of ten pixel columns is too narrow") << 0.5 << 34.5 << valuesFrom(1, 33, 2);
     QTest::newRow("steps of 5") << -0.5 << 99.5 << valuesFrom(0, 95, 5);
     QTest::newRow("steps of 10 from an odd number")
         << 6.5 << 306.5 << valuesFrom(17, 297, 10); // the outline covers the line at 7
@@ -501,7 +501,7 @@ void tst_HistogramGraph::verticalGridExcludesTheLastInteger_data()
         << valuesFrom(1, 57, 2); // the outline covers the line at -1; 59 is excluded
 }
 
-void tst_HistogramGraph::verticalGridExcludesTheLastInteger()
+void tst_HistogramGraph::verticalGridOmitsTheLastIntegerOfTheRange()
 {
     QFETCH(double, from);
     QFETCH(double, to);
@@ -513,7 +513,7 @@ void tst_HistogramGraph::verticalGridExcludesTheLastInteger()
     QCOMPARE(gridColumns(gridPicture(from, to, 10, {from, -1.0, to, 11.0})), columns);
 }
 
-void tst_HistogramGraph::horizontalGridUsesTheScaleOfX_data()
+void tst_HistogramGraph::horizontalGridStepIsDerivedFromTheXScale_data()
 {
     QTest::addColumn<double>("width");
     QTest::addColumn<int>("total");
@@ -527,7 +527,7 @@ void tst_HistogramGraph::horizontalGridUsesTheScaleOfX_data()
     QTest::newRow("no counts") << 5.0 << 0 << QList<int>{0};
 }
 
-void tst_HistogramGraph::horizontalGridUsesTheScaleOfX()
+void tst_HistogramGraph::horizontalGridStepIsDerivedFromTheXScale()
 {
     QFETCH(double, width);
     QFETCH(int, total);
@@ -558,7 +558,7 @@ void tst_HistogramGraph::gridIsDrawnOnlyBetweenTheLimitsAndInsideTheView()
 // The grid step in counts is 1, because it is derived from the scale of x. The view
 // shows 100200 counts, so every pixel row between count 0 and the highest count, 40000,
 // has a line.
-void tst_HistogramGraph::denseHorizontalGridFillsItsRows()
+void tst_HistogramGraph::denseHorizontalGridHasALineInEachPixelRow()
 {
     const QImage image = gridPicture(0.5, 5.5, 40000, {0.5, -20100.0, 5.5, 80100.0});
     // The count 0 is at pixel row 270 - 255 * 20100 / 100200 = 218.85, the highest

@@ -77,12 +77,12 @@ class tst_LayeredMarks : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void laterMarkCoversEarlierOne();
-    void laterMarkAtTheSamePixelReplacesEarlierOne();
+    void laterMarkCoversEarlierMark();
+    void laterMarkAtTheSamePixelReplacesEarlierMarks();
     void manyMarksMatchMarkByMarkDrawing_data();
     void manyMarksMatchMarkByMarkDrawing();
-    void orderIsKeptWithTranslatedOrClippedPainters_data();
-    void orderIsKeptWithTranslatedOrClippedPainters();
+    void drawingOrderIsKeptWithTranslatedOrClippedPainters_data();
+    void drawingOrderIsKeptWithTranslatedOrClippedPainters();
     void transparentColorsHaveNoStamp();
     void emptyColorListHasNoStamp();
     void scaledPainterHasNoStamp();
@@ -90,7 +90,7 @@ private Q_SLOTS:
 
 // The two marks have radius 2 and are at (100, 80) and (101, 80). Both cover the pixel
 // (101, 78), which must show the later mark.
-void tst_LayeredMarks::laterMarkCoversEarlierOne()
+void tst_LayeredMarks::laterMarkCoversEarlierMark()
 {
     const QList<Mark> marks{{{100, 80}, 0}, {{101, 80}, 1}};
     const QImage image = layered(marks, unchanged);
@@ -101,7 +101,7 @@ void tst_LayeredMarks::laterMarkCoversEarlierOne()
     QCOMPARE(reversed.pixelColor(101, 78), inks.at(0));
 }
 
-void tst_LayeredMarks::laterMarkAtTheSamePixelReplacesEarlierOne()
+void tst_LayeredMarks::laterMarkAtTheSamePixelReplacesEarlierMarks()
 {
     const QImage image = layered({{{100, 80}, 0}, {{100, 80}, 2}, {{100, 80}, 1}}, unchanged);
     QVERIFY(isSamePicture(image, oneByOne({{{100, 80}, 1}}, unchanged)));
@@ -131,12 +131,12 @@ void tst_LayeredMarks::manyMarksMatchMarkByMarkDrawing()
     QVERIFY(isSamePicture(layered(marks, unchanged), oneByOne(marks, unchanged)));
 }
 
-void tst_LayeredMarks::orderIsKeptWithTranslatedOrClippedPainters_data()
+void tst_LayeredMarks::drawingOrderIsKeptWithTranslatedOrClippedPainters_data()
 {
     addPainterStates(true);
 }
 
-void tst_LayeredMarks::orderIsKeptWithTranslatedOrClippedPainters()
+void tst_LayeredMarks::drawingOrderIsKeptWithTranslatedOrClippedPainters()
 {
     QFETCH(PainterState, state);
     const QList<Mark> marks = randomMarks(4000, {0, 0, 150, 120});

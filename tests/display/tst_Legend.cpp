@@ -27,18 +27,18 @@ class tst_Legend : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void legendRowsAreDrawnInTheirBoxes_data();
-    void legendRowsAreDrawnInTheirBoxes();
-    void legendRowsAreHitOnlyInTheirHitAreas_data();
-    void legendRowsAreHitOnlyInTheirHitAreas();
+    void legendRowBoxesHaveTheExpectedRectangles_data();
+    void legendRowBoxesHaveTheExpectedRectangles();
+    void legendRowIsHitExactlyInTheExpectedRectangle_data();
+    void legendRowIsHitExactlyInTheExpectedRectangle();
     void noPixelHitsTwoLegendRows();
     void leftEndOfDrawnBoxIsNotHit();
     void hitAreaExtendsBeyondDrawnBoxOnTheRight();
     void tinyPlotHasNoHitArea();
-    void legendUsesThePlotsSettings();
+    void legendUsesTheLayoutSettingsOfThePlot();
 };
 
-void tst_Legend::legendRowsAreDrawnInTheirBoxes_data()
+void tst_Legend::legendRowBoxesHaveTheExpectedRectangles_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<int>("row");
@@ -64,7 +64,7 @@ void tst_Legend::legendRowsAreDrawnInTheirBoxes_data()
     QTest::newRow("200 by 400, first row") << QSize(200, 400) << 0 << QRectF(148, 22, 40, 14);
 }
 
-void tst_Legend::legendRowsAreDrawnInTheirBoxes()
+void tst_Legend::legendRowBoxesHaveTheExpectedRectangles()
 {
     QFETCH(QSize, size);
     QFETCH(int, row);
@@ -73,11 +73,11 @@ void tst_Legend::legendRowsAreDrawnInTheirBoxes()
     QCOMPARE(Legend(plot).box(row).normalized(), box);
 }
 
-void tst_Legend::legendRowsAreHitOnlyInTheirHitAreas_data()
+void tst_Legend::legendRowIsHitExactlyInTheExpectedRectangle_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<QList<QRect>>("rows"); // the hit area of each legend row
-    // The sizes are explained in legendRowsAreDrawnInTheirBoxes_data(). A hit area ends
+    // The sizes are explained in legendRowBoxesHaveTheExpectedRectangles_data(). A hit area ends
     // at the right edge of the plot area, x = 380, and at the bottom of its line of
     // text, y = 15 + 12 = 27 in the first legend row. It is 80 pixels wide and 10
     // pixels high like the box, but all four edges are excluded: x = 301 to 379 and
@@ -95,7 +95,7 @@ void tst_Legend::legendRowsAreHitOnlyInTheirHitAreas_data()
     QTest::newRow("200 by 399") << QSize(200, 399) << QList<QRect>{{151, 23, 39, 13}};
 }
 
-void tst_Legend::legendRowsAreHitOnlyInTheirHitAreas()
+void tst_Legend::legendRowIsHitExactlyInTheExpectedRectangle()
 {
     QFETCH(QSize, size);
     QFETCH(QList<QRect>, rows);
@@ -164,7 +164,7 @@ void tst_Legend::tinyPlotHasNoHitArea()
     }
 }
 
-void tst_Legend::legendUsesThePlotsSettings()
+void tst_Legend::legendUsesTheLayoutSettingsOfThePlot()
 {
     Plot plot(400, 300);
     plot.textFill = 0.5;

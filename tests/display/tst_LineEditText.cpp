@@ -20,8 +20,8 @@ private Q_SLOTS:
     void numberIsShownWithSixSignificantDigits();
     void textIsReadAsNumber_data();
     void textIsReadAsNumber();
-    void shortenedTextCannotBeMisread_data();
-    void shortenedTextCannotBeMisread();
+    void textIsShortenedWithAnEllipsis_data();
+    void textIsShortenedWithAnEllipsis();
 };
 
 void tst_LineEditText::numberIsShownWithSixSignificantDigits_data()
@@ -71,7 +71,7 @@ void tst_LineEditText::textIsReadAsNumber()
     QVERIFY2(tests::sameDouble(read, value), qPrintable(QString::number(read)));
 }
 
-void tst_LineEditText::shortenedTextCannotBeMisread_data()
+void tst_LineEditText::textIsShortenedWithAnEllipsis_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("widthOf"); // a text that has the available width
@@ -92,7 +92,7 @@ void tst_LineEditText::shortenedTextCannotBeMisread_data()
                     {"7050,7100,7150,7220", "7050,7100,715" + dots, "7050,7100," + dots});
 }
 
-void tst_LineEditText::shortenedTextCannotBeMisread()
+void tst_LineEditText::textIsShortenedWithAnEllipsis()
 {
     QFETCH(QString, text);
     QFETCH(QString, widthOf);

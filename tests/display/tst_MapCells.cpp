@@ -111,22 +111,22 @@ private Q_SLOTS:
     void wholeMapMatchesReference();
     void randomMapsMatchReference();
     void randomViewsMatchReference();
-    void edgesAtTheSurfaceBorderMatchReference();
-    void hugeZoomMatchesReference_data();
-    void hugeZoomMatchesReference();
+    void mapEdgesAtTheSurfaceBorderMatchReference();
+    void mapZoomedFarInMatchesReference_data();
+    void mapZoomedFarInMatchesReference();
     void mapOutsideTheViewDrawsNothing();
-    void tinyMapMatchesReference();
+    void mapZoomedFarOutMatchesReference();
     void emptyOrNonFiniteViewHasNoCells_data();
     void emptyOrNonFiniteViewHasNoCells();
     void mapWithoutPixelsHasNoCells();
 
     void eachCellCoversItsPixels();
-    void outlineRunsAlongEveryEdge();
+    void outlineIsDrawnAlongEveryCellEdge();
     void outlineUsesThePen();
     void cellsSmallerThanAPixelShowOnlyTheGrid();
 
-    void coloursAreRequestedForVisibleCellsOnly_data();
-    void coloursAreRequestedForVisibleCellsOnly();
+    void coloursAreRequestedOnlyForVisibleCells_data();
+    void coloursAreRequestedOnlyForVisibleCells();
     void coloursAreRequestedAtMostOncePerCell();
 };
 
@@ -139,8 +139,8 @@ void tst_MapCells::wholeMapMatchesReference_data()
     QTest::newRow("uneven division") << QSize(7, 13) << QSize(100, 80);
     QTest::newRow("thirds") << QSize(3, 3) << QSize(100, 100);
     QTest::newRow("one screen pixel per cell") << QSize(100, 80) << QSize(100, 80);
-    QTest::newRow("one column too many") << QSize(101, 81) << QSize(100, 80);
-    QTest::newRow("one column too few") << QSize(99, 79) << QSize(100, 80);
+    QTest::newRow("one cell more than screen pixels per side") << QSize(101, 81) << QSize(100, 80);
+    QTest::newRow("one cell fewer than screen pixels per side") << QSize(99, 79) << QSize(100, 80);
     QTest::newRow("larger than the surface") << QSize(333, 257) << QSize(100, 80);
     QTest::newRow("only wider than the surface") << QSize(333, 7) << QSize(100, 80);
     QTest::newRow("only higher than the surface") << QSize(7, 333) << QSize(100, 80);
@@ -192,7 +192,7 @@ void tst_MapCells::randomViewsMatchReference()
 // The view shows about 10 cells on 100 pixels and moves in steps of 0.05 cells, which is
 // about half a pixel. So the edges of the map are on the border of the surface, just
 // inside it and just outside it.
-void tst_MapCells::edgesAtTheSurfaceBorderMatchReference()
+void tst_MapCells::mapEdgesAtTheSurfaceBorderMatchReference()
 {
     std::mt19937 random(14);
     const Map map = randomMap(random, 12, 12);
@@ -202,7 +202,7 @@ void tst_MapCells::edgesAtTheSurfaceBorderMatchReference()
     }
 }
 
-void tst_MapCells::hugeZoomMatchesReference_data()
+void tst_MapCells::mapZoomedFarInMatchesReference_data()
 {
     QTest::addColumn<double>("span");
     for (const double span : {1e-1, 1e-3, 1e-6, 1e-9, 1e-12}) {
@@ -210,7 +210,7 @@ void tst_MapCells::hugeZoomMatchesReference_data()
     }
 }
 
-void tst_MapCells::hugeZoomMatchesReference()
+void tst_MapCells::mapZoomedFarInMatchesReference()
 {
     QFETCH(double, span);
     std::mt19937 random(15);
@@ -237,7 +237,7 @@ void tst_MapCells::mapOutsideTheViewDrawsNothing()
     }
 }
 
-void tst_MapCells::tinyMapMatchesReference()
+void tst_MapCells::mapZoomedFarOutMatchesReference()
 {
     std::mt19937 random(17);
     const Map map = randomMap(random, 30, 20);
@@ -256,7 +256,7 @@ void tst_MapCells::emptyOrNonFiniteViewHasNoCells_data()
     const double nan = std::numeric_limits<double>::quiet_NaN();
     QTest::newRow("at the origin") << 0.0 << 0.0;
     QTest::newRow("inside a cell") << 1.5 << 1.5;
-    QTest::newRow("at the end") << 3.0 << 3.0;
+    QTest::newRow("at the end of the map") << 3.0 << 3.0;
     QTest::newRow("NaN") << nan << 3.0;
     QTest::newRow("infinity") << 0.0 << infinity;
     QTest::newRow("from minus infinity") << -infinity << 3.0;
@@ -308,7 +308,7 @@ void tst_MapCells::eachCellCoversItsPixels()
     }
 }
 
-void tst_MapCells::outlineRunsAlongEveryEdge()
+void tst_MapCells::outlineIsDrawnAlongEveryCellEdge()
 {
     const Map map{3, 2, {0, 1, 2, 3, 0, 1}};
     const QImage image = drawnMap(map, wholeView(map, {10, 5}), true);
@@ -350,7 +350,7 @@ void tst_MapCells::cellsSmallerThanAPixelShowOnlyTheGrid()
     QCOMPARE(drawnMap(map, view, true), grid);
 }
 
-void tst_MapCells::coloursAreRequestedForVisibleCellsOnly_data()
+void tst_MapCells::coloursAreRequestedOnlyForVisibleCells_data()
 {
     QTest::addColumn<QRectF>("visibleArea"); // left, bottom, width and height in data values
     QTest::addColumn<QRect>("cells");        // x, y, width and height of the visible cells
@@ -359,12 +359,12 @@ void tst_MapCells::coloursAreRequestedForVisibleCellsOnly_data()
     QTest::newRow("one cell") << QRectF(7.25, 3.25, 0.5, 0.5) << QRect(7, 3, 1, 1);
     QTest::newRow("four cells") << QRectF(7.5, 3.5, 1, 1) << QRect(7, 3, 2, 2);
     QTest::newRow("exactly three by two cells") << QRectF(4, 6, 3, 2) << QRect(4, 6, 3, 2);
-    QTest::newRow("a corner") << QRectF(-1, -1, 2, 2) << QRect(0, 0, 1, 1);
+    QTest::newRow("corner of the map") << QRectF(-1, -1, 2, 2) << QRect(0, 0, 1, 1);
     QTest::newRow("right of the map") << QRectF(21, 3, 2, 2) << QRect();
     QTest::newRow("above the map") << QRectF(3, 11, 2, 2) << QRect();
 }
 
-void tst_MapCells::coloursAreRequestedForVisibleCellsOnly()
+void tst_MapCells::coloursAreRequestedOnlyForVisibleCells()
 {
     QFETCH(QRectF, visibleArea);
     QFETCH(QRect, cells);

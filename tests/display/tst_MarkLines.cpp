@@ -17,17 +17,17 @@ class tst_MarkLines : public QObject
 private Q_SLOTS:
     void lineUsesTheGivenEdit();
     void lineWithoutEditCreatesAHiddenEdit();
-    void lineStartsAbsoluteWithoutBase();
-    void lineBelongsToItsParent();
+    void newLineIsAbsoluteAndHasNoBase();
+    void lineIsDestroyedWithItsParent();
 
-    void setStartsEmptyWithNothingSelected();
-    void addAppends();
+    void newSetHasNoLinesAndNoSelection();
+    void addAppendsTheLine();
     void clearRemovesTheLinesWithoutDeletingThem();
     void clearResetsTheSelection();
 
     void valueIsTheNumberInTheEdit_data();
     void valueIsTheNumberInTheEdit();
-    void typingMovesTheLine();
+    void typingChangesTheValueOfTheLine();
     void relativeValueIsAddedToItsBase_data();
     void relativeValueIsAddedToItsBase();
     void relativeBaseContributesOnlyItsOwnNumber();
@@ -55,7 +55,7 @@ void tst_MarkLines::lineWithoutEditCreatesAHiddenEdit()
     QCOMPARE(edit->text(), QString());
 }
 
-void tst_MarkLines::lineStartsAbsoluteWithoutBase()
+void tst_MarkLines::newLineIsAbsoluteAndHasNoBase()
 {
     QLineEdit edit;
     const MarkLine line(&edit, vertical);
@@ -64,7 +64,7 @@ void tst_MarkLines::lineStartsAbsoluteWithoutBase()
     QCOMPARE(line.baseIndex, -1);
 }
 
-void tst_MarkLines::lineBelongsToItsParent()
+void tst_MarkLines::lineIsDestroyedWithItsParent()
 {
     QLineEdit edit;
     QPointer<MarkLine> line;
@@ -77,7 +77,7 @@ void tst_MarkLines::lineBelongsToItsParent()
     QCOMPARE(edit.text(), QString()); // the line does not own the edit
 }
 
-void tst_MarkLines::setStartsEmptyWithNothingSelected()
+void tst_MarkLines::newSetHasNoLinesAndNoSelection()
 {
     const MarkLines set;
     QVERIFY(set.lines.isEmpty());
@@ -85,7 +85,7 @@ void tst_MarkLines::setStartsEmptyWithNothingSelected()
     QCOMPARE(set.selectedIndex, -1);
 }
 
-void tst_MarkLines::addAppends()
+void tst_MarkLines::addAppendsTheLine()
 {
     QLineEdit edit;
     MarkLine first(&edit, vertical);
@@ -140,7 +140,7 @@ void tst_MarkLines::valueIsTheNumberInTheEdit()
     QCOMPARE(lines.set.value(1), value);
 }
 
-void tst_MarkLines::typingMovesTheLine()
+void tst_MarkLines::typingChangesTheValueOfTheLine()
 {
     MarkedLines lines;
     MarkLine* line = lines.add("10");

@@ -21,8 +21,8 @@ private Q_SLOTS:
     void stampHasAnEmptyBorder();
     void translatedOrClippedPaintersHaveAStamp_data();
     void translatedOrClippedPaintersHaveAStamp();
-    void otherPainterStatesHaveNoStamp_data();
-    void otherPainterStatesHaveNoStamp();
+    void unusualPainterStatesHaveNoStamp_data();
+    void unusualPainterStatesHaveNoStamp();
     void unusualPensHaveNoStamp_data();
     void unusualPensHaveNoStamp();
     void deviceWithoutPixelsHasNoStamp();
@@ -98,12 +98,12 @@ void tst_MarkStamp::translatedOrClippedPaintersHaveAStamp()
     QVERIFY(MarkStamp::of(p, QPen(Qt::blue)));
 }
 
-void tst_MarkStamp::otherPainterStatesHaveNoStamp_data()
+void tst_MarkStamp::unusualPainterStatesHaveNoStamp_data()
 {
     addPainterStates(false);
 }
 
-void tst_MarkStamp::otherPainterStatesHaveNoStamp()
+void tst_MarkStamp::unusualPainterStatesHaveNoStamp()
 {
     QFETCH(PainterState, state);
     QFETCH(double, scale);

@@ -31,12 +31,12 @@ class tst_MouseC : public QObject
 private Q_SLOTS:
     void allFieldsAreInitiallyZero();
     void moveRecordsPositionButtonAndKeys();
-    void doubleClickRecordsItsOwnFieldsOnly();
-    void eachEventRecordsOnlyItsOwnFields();
+    void doubleClickChangesOnlyItsOwnFields();
+    void eachEventRecordsItsButtonKeysAndPosition();
     void movePressAndReleaseStoreThePreviousPosition();
-    void pressedLastsUntilReleaseOfAnyButton();
-    void positionsAreRoundedHalfAwayFromZero_data();
-    void positionsAreRoundedHalfAwayFromZero();
+    void pressedIsTrueUntilAnyButtonIsReleased();
+    void halfPixelPositionsAreRoundedAwayFromZero_data();
+    void halfPixelPositionsAreRoundedAwayFromZero();
     void mouseStateHasNeitherSignalsNorSlots();
 };
 
@@ -73,7 +73,7 @@ void tst_MouseC::moveRecordsPositionButtonAndKeys()
     QVERIFY(!mouse.pressed);
 }
 
-void tst_MouseC::doubleClickRecordsItsOwnFieldsOnly()
+void tst_MouseC::doubleClickChangesOnlyItsOwnFields()
 {
     MouseC mouse;
     move(mouse, {1.0, 2.0});
@@ -91,7 +91,7 @@ void tst_MouseC::doubleClickRecordsItsOwnFieldsOnly()
     QVERIFY(mouse.pressed);
 }
 
-void tst_MouseC::eachEventRecordsOnlyItsOwnFields()
+void tst_MouseC::eachEventRecordsItsButtonKeysAndPosition()
 {
     MouseC mouse;
     const QMouseEvent pressing = eventAt({1.0, 1.0}, Qt::LeftButton, Qt::ShiftModifier);
@@ -135,7 +135,7 @@ void tst_MouseC::movePressAndReleaseStoreThePreviousPosition()
     QCOMPARE(mouse.now, QPoint(50, 5));
 }
 
-void tst_MouseC::pressedLastsUntilReleaseOfAnyButton()
+void tst_MouseC::pressedIsTrueUntilAnyButtonIsReleased()
 {
     MouseC mouse;
     const QMouseEvent left = eventAt({1.0, 1.0}, Qt::LeftButton);
@@ -150,7 +150,7 @@ void tst_MouseC::pressedLastsUntilReleaseOfAnyButton()
     QVERIFY(!mouse.pressed);
 }
 
-void tst_MouseC::positionsAreRoundedHalfAwayFromZero_data()
+void tst_MouseC::halfPixelPositionsAreRoundedAwayFromZero_data()
 {
     QTest::addColumn<QPointF>("at");
     QTest::addColumn<QPoint>("pixel");
@@ -166,7 +166,7 @@ void tst_MouseC::positionsAreRoundedHalfAwayFromZero_data()
     QTest::newRow("coordinates are rounded independently") << QPointF(2.5, -2.5) << QPoint(3, -3);
 }
 
-void tst_MouseC::positionsAreRoundedHalfAwayFromZero()
+void tst_MouseC::halfPixelPositionsAreRoundedAwayFromZero()
 {
     QFETCH(QPointF, at);
     QFETCH(QPoint, pixel);

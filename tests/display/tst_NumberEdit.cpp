@@ -20,7 +20,7 @@ private Q_SLOTS:
     void doubleClickSelectsTheWholeNumber();
     void typingAfterDoubleClickReplacesTheNumber();
     void mouseMoveDuringDoubleClickKeepsTheSelection();
-    void laterDragSelectsAPart();
+    void dragAfterADoubleClickSelectsPartOfTheNumber();
     void doubleClickInAFittedEditSelectsOnlyAWord();
     void typingAfterEnterReplacesTheNumber();
     void numberSetByCodeAfterEnterIsSelected();
@@ -87,7 +87,7 @@ void tst_NumberEdit::mouseMoveDuringDoubleClickKeepsTheSelection()
     QCOMPARE(m_edit->selectedText(), QString("8340.75"));
 }
 
-void tst_NumberEdit::laterDragSelectsAPart()
+void tst_NumberEdit::dragAfterADoubleClickSelectsPartOfTheNumber()
 {
     QTest::mouseDClick(m_edit, Qt::LeftButton, {}, positionOf(1));
     // Waits long enough that the next press does not count as a triple click.

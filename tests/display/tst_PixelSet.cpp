@@ -67,11 +67,11 @@ private Q_SLOTS:
     void insertRowReturnsTheNewPixels();
     void runsContainAllPixels_data();
     void runsContainAllPixels();
-    void runsHaveMaximumLength();
+    void fullPixelRowIsASingleRun();
     void dilationAppliesTheStampToEachPixel_data();
     void dilationAppliesTheStampToEachPixel();
-    void fillDrawsExactlyThePixels();
-    void painterKeepsItsPenAndBrush();
+    void fillDrawsExactlyThePixelsOfTheSet();
+    void fillKeepsThePenAndBrushOfThePainter();
 };
 
 void tst_PixelSet::newSetIsEmpty()
@@ -125,7 +125,7 @@ void tst_PixelSet::runsContainAllPixels()
     QCOMPARE(pixelsOf(setOf(pixels)), pixels);
 }
 
-void tst_PixelSet::runsHaveMaximumLength()
+void tst_PixelSet::fullPixelRowIsASingleRun()
 {
     QList<QRect> runs;
     setOf(randomPixels(1)).forEachRun([&](int x, int y, int length) {
@@ -162,7 +162,7 @@ void tst_PixelSet::dilationAppliesTheStampToEachPixel()
     QCOMPARE(pixelsOf(setOf(pixels).dilated(stamp)), expected);
 }
 
-void tst_PixelSet::fillDrawsExactlyThePixels()
+void tst_PixelSet::fillDrawsExactlyThePixelsOfTheSet()
 {
     const Pixels pixels = randomPixels(3);
     QImage image = whitePicture({200, 40});
@@ -177,7 +177,7 @@ void tst_PixelSet::fillDrawsExactlyThePixels()
     QVERIFY(isSamePicture(image, expected));
 }
 
-void tst_PixelSet::painterKeepsItsPenAndBrush()
+void tst_PixelSet::fillKeepsThePenAndBrushOfThePainter()
 {
     QImage image = whitePicture({200, 40});
     QPainter p(&image);

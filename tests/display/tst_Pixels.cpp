@@ -31,11 +31,11 @@ private Q_SLOTS:
     void valuesAreTruncatedTowardsZero();
     void nearestPixelRoundsHalvesAwayFromZero_data();
     void nearestPixelRoundsHalvesAwayFromZero();
-    void shortLinesAreTruncatedAtBothEnds_data();
-    void shortLinesAreTruncatedAtBothEnds();
+    void endsOfShortLinesAreTruncatedToPixels_data();
+    void endsOfShortLinesAreTruncatedToPixels();
     void longLinesAreClipped_data();
     void longLinesAreClipped();
-    void endInsideTheLimitsIsKept();
+    void lineEndInsideTheClipLimitsIsKept();
     void reversedLineHasTheSameClippedEnds();
     void largestDoublesAreClippedToTheLimits();
     void linesOutsideTheLimitsAreDropped_data();
@@ -94,7 +94,7 @@ void tst_Pixels::nearestPixelRoundsHalvesAwayFromZero()
     QTEST(display::nearestPixel(position), "pixel");
 }
 
-void tst_Pixels::shortLinesAreTruncatedAtBothEnds_data()
+void tst_Pixels::endsOfShortLinesAreTruncatedToPixels_data()
 {
     QTest::addColumn<QPointF>("from");
     QTest::addColumn<QPointF>("to");
@@ -109,7 +109,7 @@ void tst_Pixels::shortLinesAreTruncatedAtBothEnds_data()
         << QLine(-clipLimit, clipLimit, clipLimit, -clipLimit);
 }
 
-void tst_Pixels::shortLinesAreTruncatedAtBothEnds()
+void tst_Pixels::endsOfShortLinesAreTruncatedToPixels()
 {
     QFETCH(QPointF, from);
     QFETCH(QPointF, to);
@@ -161,7 +161,7 @@ void tst_Pixels::longLinesAreClipped()
     QVERIFY(isWithinOnePixel(made->p2(), line.p2()));
 }
 
-void tst_Pixels::endInsideTheLimitsIsKept()
+void tst_Pixels::lineEndInsideTheClipLimitsIsKept()
 {
     const auto out = display::pixelLine({123.75, 45.25}, {1e200, -1e250});
     QVERIFY(out.has_value());

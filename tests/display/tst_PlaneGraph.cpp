@@ -82,7 +82,7 @@ private Q_SLOTS:
     void rangeHasMarginOfATenthOfEachSpan();
     void rangeIgnoresNaN();
 
-    void axesAreBlackThroughTheOrigin();
+    void blackAxesCrossAtTheOrigin();
     void axesOutsideTheViewAreNotDrawn();
     void eachLineHasItsColor_data();
     void eachLineHasItsColor();
@@ -92,12 +92,12 @@ private Q_SLOTS:
     void nonFiniteLineIsOmitted_data();
     void nonFiniteLineIsOmitted();
     void steepLineIsDrawnAtItsPosition();
-    void laterLinesAreDrawnOverEarlierOnes();
+    void laterLinesAreDrawnOverEarlierLines();
 
-    void vPointsAreRedAndOthersBlue();
-    void pointIsTwoCircles();
+    void vPointsAreRedAndOtherPointsAreBlue();
+    void pointIsDrawnAsTwoCircles();
     void pointsAreDrawnOverTheLines();
-    void laterPointsAreDrawnOverEarlierOnes();
+    void laterPointsAreDrawnOverEarlierPoints();
     void pointsOutsideThePixelRangeAreOmitted_data();
     void pointsOutsideThePixelRangeAreOmitted();
     void graphWithExtremeNumbersIsPainted_data();
@@ -172,7 +172,7 @@ void tst_PlaneGraph::rangeIgnoresNaN()
 
 // The view is -3 to 14 and -2 to 10.75, so one unit is 20 pixels. The value 0 is at
 // pixel column 40 + 3 * 20 = 100 and pixel row 270 - 2 * 20 = 230.
-void tst_PlaneGraph::axesAreBlackThroughTheOrigin()
+void tst_PlaneGraph::blackAxesCrossAtTheOrigin()
 {
     const QImage image = pictureOf(FilledGraph(farPoint), {-3.0, -2.0, 14.0, 10.75});
     const QRect inside(41, 16, 339, 254);
@@ -285,7 +285,7 @@ void tst_PlaneGraph::steepLineIsDrawnAtItsPosition()
     QCOMPARE(countOf(image, {41, 16, 339, 254}, cyan), countOf(image, {139, 16, 3, 254}, cyan));
 }
 
-void tst_PlaneGraph::laterLinesAreDrawnOverEarlierOnes()
+void tst_PlaneGraph::laterLinesAreDrawnOverEarlierLines()
 {
     const auto at = [](const analysis::PlaneLines& lines) {
         return pictureOf(FilledGraph(farPoint, lines), twentyPixelsPerUnit).pixelColor(240, 170);
@@ -299,7 +299,7 @@ void tst_PlaneGraph::laterLinesAreDrawnOverEarlierOnes()
     QCOMPARE(countOf(level, {41, 230, 339, 1}, yellow), 339);
 }
 
-void tst_PlaneGraph::vPointsAreRedAndOthersBlue()
+void tst_PlaneGraph::vPointsAreRedAndOtherPointsAreBlue()
 {
     const QImage image = pictureOf(
         FilledGraph({{5.0, 3.0, false}, {8.0, 6.0, true}, {11.0, 9.0, true}, {2.0, 9.0, false}}),
@@ -319,7 +319,7 @@ void tst_PlaneGraph::vPointsAreRedAndOthersBlue()
 
 // The x coordinate is m2 and the y coordinate m3. One unit is 20 pixels, so (5, 3) is
 // at pixel column 40 + 100 and pixel row 270 - 60.
-void tst_PlaneGraph::pointIsTwoCircles()
+void tst_PlaneGraph::pointIsDrawnAsTwoCircles()
 {
     const QImage image = pictureOf(FilledGraph({{5.0, 3.0, true}}), twentyPixelsPerUnit);
     for (const QPoint& step : {QPoint(0, -2), QPoint(0, 2), QPoint(-2, 0), QPoint(2, 0),
@@ -338,7 +338,7 @@ void tst_PlaneGraph::pointsAreDrawnOverTheLines()
     QCOMPARE(countOf(image, {238, 168, 5, 5}, blue), countOf(alone, {238, 168, 5, 5}, blue));
 }
 
-void tst_PlaneGraph::laterPointsAreDrawnOverEarlierOnes()
+void tst_PlaneGraph::laterPointsAreDrawnOverEarlierPoints()
 {
     const auto at = [](bool first, bool second) {
         return pictureOf(FilledGraph({{5.0, 3.0, first}, {5.0, 3.0, second}}), twentyPixelsPerUnit)

@@ -52,9 +52,9 @@ private Q_SLOTS:
     void closingEmitsClosedOnce();
     void secondCloseEmitsNothing();
     void hidingEmitsNothing();
-    void contentMovesIntoTheWindowAndBackToRowOne();
+    void popDockMovesTheContentIntoTheWindowAndBack();
     void updateDoesNotRepaintTheContent();
-    void closedIsItsOnlySignal();
+    void closedIsTheOnlySignal();
 };
 
 void tst_PopBase::formIsAFrameWithAnEmptyInnerLayout()
@@ -120,7 +120,7 @@ void tst_PopBase::hidingEmitsNothing()
     QCOMPARE(shown.closed.size(), 0);
 }
 
-void tst_PopBase::contentMovesIntoTheWindowAndBackToRowOne()
+void tst_PopBase::popDockMovesTheContentIntoTheWindowAndBack()
 {
     DockingFrame docking;
     docking.frame.show();
@@ -157,7 +157,7 @@ void tst_PopBase::updateDoesNotRepaintTheContent()
     QCOMPARE(content.count(), 0);
 }
 
-void tst_PopBase::closedIsItsOnlySignal()
+void tst_PopBase::closedIsTheOnlySignal()
 {
     QCOMPARE(tests::memberNames(PopBase::staticMetaObject, QMetaMethod::Signal),
              QStringList{"closed()"});

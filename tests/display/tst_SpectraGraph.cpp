@@ -84,22 +84,22 @@ class tst_SpectraGraph : public QObject
 
 private Q_SLOTS:
     void graphWithoutPointsIsEmpty();
-    void rangeIsTheWindowWithMarginOfATwentieth();
+    void rangeIsTheEnergyWindowWithAMarginOfATwentiethInY();
     void rangeOfOneValueHasNoHeight();
     void rangeWithoutValuesIsNotFitted();
     void rangeOfNaNsIsNotFitted();
-    void matchesReferenceDrawing_data();
-    void matchesReferenceDrawing();
+    void graphMatchesTheReferenceDrawing_data();
+    void graphMatchesTheReferenceDrawing();
     void curveHasTheWidthOfItsPen();
-    void allGuidesAreVisibleInAWiderView();
-    void drawingOrderIsGuidesMarksCurvesFit();
+    void guideLinesAreVisibleInAWiderView();
+    void guidesMarksCurvesAndFitAreDrawnInThisOrder();
     void legendIsDrawnOverFrameAndCurves();
     void legendOmitsInvalidSpectra();
     void invalidOrHiddenSpectrumIsNotDrawn_data();
     void invalidOrHiddenSpectrumIsNotDrawn();
     void nonFiniteEnergyInterruptsTheCurve();
     void energiesOutsideTheViewAreNotMarked();
-    void fitUsesItsShiftButNotThePresentation();
+    void fitUsesItsEnergyShiftButNotTheSelectedPresentation();
     void legendTextsHaveNoMaximumSize();
     void reversedWindowContainsNoValue();
 };
@@ -121,7 +121,7 @@ void tst_SpectraGraph::graphWithoutPointsIsEmpty()
     QVERIFY(!drawing.graph.isEmpty());
 }
 
-void tst_SpectraGraph::rangeIsTheWindowWithMarginOfATwentieth()
+void tst_SpectraGraph::rangeIsTheEnergyWindowWithAMarginOfATwentiethInY()
 {
     Drawing drawing;
     const AMutE first = spectrumOf({{8299.9, 99}, {8300, -1}, {8400, 2}, {8450.1, 99}});
@@ -187,7 +187,7 @@ void tst_SpectraGraph::rangeOfNaNsIsNotFitted()
     QCOMPARE(drawing.graph.range().y1, 2.1);
 }
 
-void tst_SpectraGraph::matchesReferenceDrawing_data()
+void tst_SpectraGraph::graphMatchesTheReferenceDrawing_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::newRow("usual size") << usualSize;
@@ -197,7 +197,7 @@ void tst_SpectraGraph::matchesReferenceDrawing_data()
     QTest::newRow("tiny") << QSize(40, 30);
 }
 
-void tst_SpectraGraph::matchesReferenceDrawing()
+void tst_SpectraGraph::graphMatchesTheReferenceDrawing()
 {
     QFETCH(QSize, size);
     Drawing drawing(size);
@@ -231,7 +231,7 @@ void tst_SpectraGraph::curveHasTheWidthOfItsPen()
 // In the automatic range the frame covers the guides at both ends of the window. This
 // wider view shows them. At 1.5 pixels per eV, the guides at 8300, 8350 and 8450 eV are
 // 45, 120 and 270 pixels to the right of 8270 eV, the left end of the view.
-void tst_SpectraGraph::allGuidesAreVisibleInAWiderView()
+void tst_SpectraGraph::guideLinesAreVisibleInAWiderView()
 {
     const PlotRange view{8270.0, -0.1, 8490.0, 2.1}; // 330 pixels for 220 eV
     Drawing drawing(usualSize, view);
@@ -250,7 +250,7 @@ void tst_SpectraGraph::allGuidesAreVisibleInAWiderView()
 
 // A horizontal curve, the fit, two guides and an energy mark share one pixel. Each
 // element that is added must be drawn over the earlier ones.
-void tst_SpectraGraph::drawingOrderIsGuidesMarksCurvesFit()
+void tst_SpectraGraph::guidesMarksCurvesAndFitAreDrawnInThisOrder()
 {
     Drawing drawing;
     const AMutE level = spectrumOf({{8310, 0.0}, {8311, 2.0}, {8312, 1.0}, {8440, 1.0}});
@@ -370,7 +370,7 @@ void tst_SpectraGraph::energiesOutsideTheViewAreNotMarked()
     QVERIFY(drawing.matchesExpected());
 }
 
-void tst_SpectraGraph::fitUsesItsShiftButNotThePresentation()
+void tst_SpectraGraph::fitUsesItsEnergyShiftButNotTheSelectedPresentation()
 {
     Drawing drawing;
     const AMutE spectrum = spectrumOf(wave);

@@ -105,19 +105,19 @@ class tst_ThicknessGraph : public QObject
 
 private Q_SLOTS:
     void graphWithoutPixelsIsEmpty();
-    void graphOfHiddenPixelsIsNotEmpty();
-    void rangeIsTheGivenLimits();
+    void graphOfNaNPixelsIsNotEmpty();
+    void rangeEqualsTheGivenLimits();
     void markIsTwoCirclesAroundThePixel();
-    void fractionsAreDrawnAtTheirMixedValence();
+    void fractionsAreDrawnAtTheValenceOfTheirMixture();
     void storedValuesAreDrawnUnchanged();
     void fractionsWithoutReferencesHaveValenceZero();
     void pointsOutsideThePixelRangeAreOmitted_data();
     void pointsOutsideThePixelRangeAreOmitted();
     void manyMarksMatchMarkByMarkDrawing_data();
     void manyMarksMatchMarkByMarkDrawing();
-    void marksOfPointsJustOutsideAreVisible();
-    void gridEndsHalfAStepAboveTheUpperValence_data();
-    void gridEndsHalfAStepAboveTheUpperValence();
+    void marksOfPointsJustOutsideThePlotAreVisible();
+    void gridEndsWithinHalfAStepOfTheUpperValence_data();
+    void gridEndsWithinHalfAStepOfTheUpperValence();
     void pointsAreDrawnOverTheGrid();
     void graphWithExtremeNumbersIsPainted_data();
     void graphWithExtremeNumbersIsPainted();
@@ -137,7 +137,7 @@ void tst_ThicknessGraph::graphWithoutPixelsIsEmpty()
 }
 
 // An empty grid with titles shows the user that a result exists.
-void tst_ThicknessGraph::graphOfHiddenPixelsIsNotEmpty()
+void tst_ThicknessGraph::graphOfNaNPixelsIsNotEmpty()
 {
     const FilledGraph filled(extendedResult({{notANumber, 1.0}}));
     QVERIFY(!filled.graph.isEmpty());
@@ -146,7 +146,7 @@ void tst_ThicknessGraph::graphOfHiddenPixelsIsNotEmpty()
     QVERIFY(plot.DispA->cc.drawn);
 }
 
-void tst_ThicknessGraph::rangeIsTheGivenLimits()
+void tst_ThicknessGraph::rangeEqualsTheGivenLimits()
 {
     const FilledGraph filled(extendedResult({{7.0, 9.0}}));
     const display::Graph::Range range = filled.graph.range();
@@ -175,7 +175,7 @@ void tst_ThicknessGraph::markIsTwoCirclesAroundThePixel()
     QCOMPARE(image.pixelColor(165, 140), QColor(Qt::white));
 }
 
-void tst_ThicknessGraph::fractionsAreDrawnAtTheirMixedValence()
+void tst_ThicknessGraph::fractionsAreDrawnAtTheValenceOfTheirMixture()
 {
     QVERIFY(showsPoints(fractionResult({{0.0, 0.3}, {0.125, 1.1}, {1.0, 1.7}, {1.25, 0.6}}),
                         {{3.0, 0.3}, {2.875, 1.1}, {2.0, 1.7}, {1.75, 0.6}}));
@@ -237,7 +237,7 @@ void tst_ThicknessGraph::manyMarksMatchMarkByMarkDrawing()
 
 // The points are from about 5 pixels outside to about 5 pixels inside each edge of the
 // plot area. The marks of points just outside extend into the plot area.
-void tst_ThicknessGraph::marksOfPointsJustOutsideAreVisible()
+void tst_ThicknessGraph::marksOfPointsJustOutsideThePlotAreVisible()
 {
     QList<QPointF> points;
     for (int i = -5; i <= 5; ++i) {
@@ -249,7 +249,7 @@ void tst_ThicknessGraph::marksOfPointsJustOutsideAreVisible()
     QVERIFY(showsPoints(extendedResult(points), points));
 }
 
-void tst_ThicknessGraph::gridEndsHalfAStepAboveTheUpperValence_data()
+void tst_ThicknessGraph::gridEndsWithinHalfAStepOfTheUpperValence_data()
 {
     QTest::addColumn<double>("lower");
     QTest::addColumn<double>("upper");
@@ -257,10 +257,10 @@ void tst_ThicknessGraph::gridEndsHalfAStepAboveTheUpperValence_data()
     QTest::newRow("one unit") << 2.0 << 3.0 << 11;
     QTest::newRow("less than half a step above a line") << 2.0 << 3.04 << 11;
     QTest::newRow("more than half a step above a line") << 2.0 << 3.06 << 12;
-    QTest::newRow("equal") << 2.2 << 2.2 << 1;
-    QTest::newRow("less than half a step below") << 2.2 << 2.16 << 1;
-    QTest::newRow("more than half a step below") << 2.2 << 2.14 << 0;
-    QTest::newRow("reversed") << 3.0 << 2.0 << 0;
+    QTest::newRow("equal valences") << 2.2 << 2.2 << 1;
+    QTest::newRow("upper valence less than half a step below") << 2.2 << 2.16 << 1;
+    QTest::newRow("upper valence more than half a step below") << 2.2 << 2.14 << 0;
+    QTest::newRow("reversed valences") << 3.0 << 2.0 << 0;
     QTest::newRow("wider than the view") << -10.0 << 10.0 << 19;
     QTest::newRow("left of the view") << -3.0 << 1.0 << 0;
     QTest::newRow("upper is NaN") << 2.0 << notANumber << 0;
@@ -270,7 +270,7 @@ void tst_ThicknessGraph::gridEndsHalfAStepAboveTheUpperValence_data()
 
 // Row "wider than the view": the view is 1.5 to 3.5, and the outline covers the lines
 // at its ends, so the 19 lines from 1.6 to 3.4 are visible.
-void tst_ThicknessGraph::gridEndsHalfAStepAboveTheUpperValence()
+void tst_ThicknessGraph::gridEndsWithinHalfAStepOfTheUpperValence()
 {
     QFETCH(double, lower);
     QFETCH(double, upper);

@@ -125,62 +125,62 @@ class tst_cBar : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void startsWithTheFirstTable();
+    void startsWithTheFirstTableAndDefaultSettings();
     void startsWithTheSettingsOfItsForm();
-    void signalsAndSlotsAreDeclaredInOrder();
+    void signalsAndSlotsAreDeclaredInTheExpectedOrder();
 
     void setCBarTypeBuildsTheTable_data();
     void setCBarTypeBuildsTheTable();
     void setCBarTypeResetsTheLines();
 
-    void valuesSelectTheirEntry_data();
-    void valuesSelectTheirEntry();
-    void valuesWithoutAnEntryHaveTheFirstColour_data();
-    void valuesWithoutAnEntryHaveTheFirstColour();
-    void extremeLimitsStillMapValues_data();
-    void extremeLimitsStillMapValues();
+    void valuesSelectTheirTableEntries_data();
+    void valuesSelectTheirTableEntries();
+    void valuesWithoutATableEntryHaveTheFirstColour_data();
+    void valuesWithoutATableEntryHaveTheFirstColour();
+    void hugeLimitsStillMapValuesToTableEntries_data();
+    void hugeLimitsStillMapValuesToTableEntries();
     void linesChangeTheColoursOfValues_data();
     void linesChangeTheColoursOfValues();
 
-    void limitsStayInOrder_data();
-    void limitsStayInOrder();
+    void changedLimitsStayInAscendingOrder_data();
+    void changedLimitsStayInAscendingOrder();
     void checkOrderSwapsReversedLimits();
     void setAutoScaleEmitsNewScale();
     void inversionEmitsNoSignal();
 
-    void rowsShowTheColoursOfTheirValues_data();
-    void rowsShowTheColoursOfTheirValues();
-    void entriesAreOnTheirRows();
-    void tallEntriesFillAllTheirRows();
-    void rowsOutsideTheLinesUseTheAboveAndBelowColours();
+    void pixelRowsShowTheColoursOfTheirValues_data();
+    void pixelRowsShowTheColoursOfTheirValues();
+    void tableEntriesAreDrawnInTheirPixelRows();
+    void eachEntryOfATallBarFillsThreePixelRows();
+    void pixelRowsOutsideTheLinesUseTheAboveAndBelowColours();
     void linesAreClampedToTheBar_data();
     void linesAreClampedToTheBar();
     void linesOfTinyBarsStayInOrder();
-    void extremeLinesCauseNoInvalidConversions_data();
-    void extremeLinesCauseNoInvalidConversions();
+    void extremeLinePositionsCauseNoInvalidConversions_data();
+    void extremeLinePositionsCauseNoInvalidConversions();
 
     void pressNearALineSelectsIt_data();
     void pressNearALineSelectsIt();
-    void lowerLineIsSelectedIfBothAreNear_data();
-    void lowerLineIsSelectedIfBothAreNear();
+    void lowerLineIsSelectedIfBothLinesAreNear_data();
+    void lowerLineIsSelectedIfBothLinesAreNear();
     void pressPositionIsRounded();
-    void everyButtonDrags();
+    void leftMiddleAndRightButtonsDragLines();
     void draggingTheUpperLineRaisesImax();
     void draggingTheLowerLineLowersImin();
     void bothLinesCanBeDragged();
-    void eachMoveIsRelativeToTheOtherLine();
-    void lastLineStaysSelected_data();
-    void lastLineStaysSelected();
+    void scaleAfterADragDependsOnlyOnItsLastPosition();
+    void pressAwayFromTheLinesKeepsTheSelection_data();
+    void pressAwayFromTheLinesKeepsTheSelection();
     void dragWithoutASelectedLineEmitsAnUnchangedScale();
     void draggingOneLineOntoTheOtherLineIsIgnored();
-    void linesCanCross();
+    void crossedLinesReverseTheColours();
     void moveWithoutButtonOnlyRepaints();
-    void releaseRepaints();
+    void releaseOnlyRepaints();
     void doubleClickResetsTheLinesWithoutSignal();
-    void doubleClickIsNotAPress();
+    void doubleClickStartsNoDrag();
 };
 
-void tst_cBar::startsWithTheFirstTable()
+void tst_cBar::startsWithTheFirstTableAndDefaultSettings()
 {
     const cBar bar;
     QCOMPARE(bar.table.size(), 768);
@@ -210,7 +210,7 @@ void tst_cBar::startsWithTheSettingsOfItsForm()
     QCOMPARE(bar.frameShadow(), QFrame::Raised);
 }
 
-void tst_cBar::signalsAndSlotsAreDeclaredInOrder()
+void tst_cBar::signalsAndSlotsAreDeclaredInTheExpectedOrder()
 {
     const QMetaObject& meta = cBar::staticMetaObject;
     QCOMPARE(tests::memberNames(meta, QMetaMethod::Signal), QStringList{"newScale()"});
@@ -276,7 +276,7 @@ void tst_cBar::setCBarTypeResetsTheLines()
     QCOMPARE(spy.count(), 0);
 }
 
-void tst_cBar::valuesSelectTheirEntry_data()
+void tst_cBar::valuesSelectTheirTableEntries_data()
 {
     QTest::addColumn<double>("value");
     QTest::addColumn<int>("entry");
@@ -289,15 +289,15 @@ void tst_cBar::valuesSelectTheirEntry_data()
     QTest::newRow("third ramp") << 128.0 << 512;
     QTest::newRow("last entry") << 383.5 << 767;
     QTest::newRow("upper limit") << 384.0 << 767;
-    QTest::newRow("below") << -384.5 << 0;
-    QTest::newRow("above") << 385.0 << 767;
+    QTest::newRow("below the lower limit") << -384.5 << 0;
+    QTest::newRow("above the upper limit") << 385.0 << 767;
     QTest::newRow("far below, outside the range of int") << -1e20 << 0;
     QTest::newRow("far above, outside the range of int") << 1e20 << 767;
 }
 
 // The limits are -384 and 384 and table 0 has 768 entries, so the index of a value is
 // the value plus 384.
-void tst_cBar::valuesSelectTheirEntry()
+void tst_cBar::valuesSelectTheirTableEntries()
 {
     QFETCH(double, value);
     QFETCH(int, entry);
@@ -309,7 +309,7 @@ void tst_cBar::valuesSelectTheirEntry()
     QCOMPARE(bar.color(value), entryOf(0, 767 - entry));
 }
 
-void tst_cBar::valuesWithoutAnEntryHaveTheFirstColour_data()
+void tst_cBar::valuesWithoutATableEntryHaveTheFirstColour_data()
 {
     QTest::addColumn<double>("zmin");
     QTest::addColumn<double>("zmax");
@@ -328,7 +328,7 @@ void tst_cBar::valuesWithoutAnEntryHaveTheFirstColour_data()
     QTest::newRow("infinite lower limit") << -infinite << 1.0 << 0.5;
 }
 
-void tst_cBar::valuesWithoutAnEntryHaveTheFirstColour()
+void tst_cBar::valuesWithoutATableEntryHaveTheFirstColour()
 {
     QFETCH(double, value);
     cBar bar;
@@ -342,7 +342,7 @@ void tst_cBar::valuesWithoutAnEntryHaveTheFirstColour()
     QCOMPARE(bar.color(value), QColor(255, 0, 0));
 }
 
-void tst_cBar::extremeLimitsStillMapValues_data()
+void tst_cBar::hugeLimitsStillMapValuesToTableEntries_data()
 {
     QTest::addColumn<double>("zmin");
     QTest::addColumn<double>("zmax");
@@ -360,7 +360,7 @@ void tst_cBar::extremeLimitsStillMapValues_data()
     QTest::newRow("range overflows, top") << -huge << huge << huge << 0;
 }
 
-void tst_cBar::extremeLimitsStillMapValues()
+void tst_cBar::hugeLimitsStillMapValuesToTableEntries()
 {
     QFETCH(double, zmin);
     QFETCH(double, zmax);
@@ -403,7 +403,7 @@ void tst_cBar::linesChangeTheColoursOfValues()
     QCOMPARE(bar.color(value), entryOf(11, entry));
 }
 
-void tst_cBar::limitsStayInOrder_data()
+void tst_cBar::changedLimitsStayInAscendingOrder_data()
 {
     QTest::addColumn<bool>("upper");
     QTest::addColumn<double>("value");
@@ -420,7 +420,7 @@ void tst_cBar::limitsStayInOrder_data()
 }
 
 // The limits before the change are 2 and 5. Each change emits newScale() once.
-void tst_cBar::limitsStayInOrder()
+void tst_cBar::changedLimitsStayInAscendingOrder()
 {
     QFETCH(bool, upper);
     QFETCH(double, value);
@@ -477,7 +477,7 @@ void tst_cBar::inversionEmitsNoSignal()
     QCOMPARE(spy.count(), 0);
 }
 
-void tst_cBar::rowsShowTheColoursOfTheirValues_data()
+void tst_cBar::pixelRowsShowTheColoursOfTheirValues_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("height");
@@ -501,7 +501,7 @@ void tst_cBar::rowsShowTheColoursOfTheirValues_data()
 // imin + (imax - imin) * (height - y) / height. The tolerance is one entry. The drawn
 // lines can be one pixel row away from the given rows, because their positions are
 // truncated.
-void tst_cBar::rowsShowTheColoursOfTheirValues()
+void tst_cBar::pixelRowsShowTheColoursOfTheirValues()
 {
     QFETCH(int, type);
     QFETCH(int, height);
@@ -534,7 +534,7 @@ void tst_cBar::rowsShowTheColoursOfTheirValues()
 
 // The bar has 256 pixel rows for 256 entries, so no rounding occurs and entry i is at
 // pixel row 256 - i.
-void tst_cBar::entriesAreOnTheirRows()
+void tst_cBar::tableEntriesAreDrawnInTheirPixelRows()
 {
     cBar bar;
     bar.setCBarType(11);
@@ -546,7 +546,7 @@ void tst_cBar::entriesAreOnTheirRows()
 }
 
 // Each entry covers three pixel rows: row 768 - 3 i and the two rows above it.
-void tst_cBar::tallEntriesFillAllTheirRows()
+void tst_cBar::eachEntryOfATallBarFillsThreePixelRows()
 {
     cBar bar;
     bar.setCBarType(11);
@@ -559,7 +559,7 @@ void tst_cBar::tallEntriesFillAllTheirRows()
     }
 }
 
-void tst_cBar::rowsOutsideTheLinesUseTheAboveAndBelowColours()
+void tst_cBar::pixelRowsOutsideTheLinesUseTheAboveAndBelowColours()
 {
     cBar bar;
     bar.setCBarType(11);
@@ -630,7 +630,7 @@ void tst_cBar::linesOfTinyBarsStayInOrder()
     }
 }
 
-void tst_cBar::extremeLinesCauseNoInvalidConversions_data()
+void tst_cBar::extremeLinePositionsCauseNoInvalidConversions_data()
 {
     QTest::addColumn<double>("imin");
     QTest::addColumn<double>("imax");
@@ -642,7 +642,7 @@ void tst_cBar::extremeLinesCauseNoInvalidConversions_data()
 }
 
 // The picture is not checked. The sanitizers report invalid conversions and accesses.
-void tst_cBar::extremeLinesCauseNoInvalidConversions()
+void tst_cBar::extremeLinePositionsCauseNoInvalidConversions()
 {
     QFETCH(double, imin);
     QFETCH(double, imax);
@@ -686,21 +686,21 @@ void tst_cBar::pressNearALineSelectsIt()
     QCOMPARE(spy.count(), 0);
 }
 
-void tst_cBar::lowerLineIsSelectedIfBothAreNear_data()
+void tst_cBar::lowerLineIsSelectedIfBothLinesAreNear_data()
 {
     QTest::addColumn<int>("y");
     QTest::addColumn<int>("handle");
     QTest::newRow("only the upper line is near") << 119 << 0;
-    QTest::newRow("both near, between the lines") << 129 << 1;
-    QTest::newRow("both near, on the upper line") << 128 << 1;
-    QTest::newRow("both near, nine above the lower line") << 127 << 1;
-    QTest::newRow("ten above the lower line") << 126 << 0;
+    QTest::newRow("both lines near, between them") << 129 << 1;
+    QTest::newRow("both lines near, on the upper line") << 128 << 1;
+    QTest::newRow("both lines near, nine rows above the lower line") << 127 << 1;
+    QTest::newRow("ten rows above the lower line") << 126 << 0;
     QTest::newRow("only the lower line is near") << 138 << 1;
 }
 
 // The lines are at the pixel rows 128 and 136. A line is near if it is less than 10
 // pixel rows away.
-void tst_cBar::lowerLineIsSelectedIfBothAreNear()
+void tst_cBar::lowerLineIsSelectedIfBothLinesAreNear()
 {
     QFETCH(int, y);
     VisibleBar bar;
@@ -730,7 +730,7 @@ void tst_cBar::pressPositionIsRounded()
     QCOMPARE(bar.dragHandle, 1);
 }
 
-void tst_cBar::everyButtonDrags()
+void tst_cBar::leftMiddleAndRightButtonsDragLines()
 {
     for (const Qt::MouseButton button : {Qt::LeftButton, Qt::MiddleButton, Qt::RightButton}) {
         VisibleBar bar;
@@ -823,7 +823,7 @@ void tst_cBar::bothLinesCanBeDragged()
     QCOMPARE(bar.minLineY, 192);
 }
 
-void tst_cBar::eachMoveIsRelativeToTheOtherLine()
+void tst_cBar::scaleAfterADragDependsOnlyOnItsLastPosition()
 {
     VisibleBar bar;
     QVERIFY(bar.isReady());
@@ -841,7 +841,7 @@ void tst_cBar::eachMoveIsRelativeToTheOtherLine()
     QCOMPARE(bar.imin, 0.0);
 }
 
-void tst_cBar::lastLineStaysSelected_data()
+void tst_cBar::pressAwayFromTheLinesKeepsTheSelection_data()
 {
     QTest::addColumn<int>("selectAt");
     QTest::addColumn<int>("handle");
@@ -853,7 +853,7 @@ void tst_cBar::lastLineStaysSelected_data()
     QTest::newRow("lower line") << 252 << 1 << -256.0 << 256.0;
 }
 
-void tst_cBar::lastLineStaysSelected()
+void tst_cBar::pressAwayFromTheLinesKeepsTheSelection()
 {
     QFETCH(int, selectAt);
     QFETCH(int, handle);
@@ -911,7 +911,7 @@ void tst_cBar::draggingOneLineOntoTheOtherLineIsIgnored()
 // 256 / (192 - 128) = 4 entries per row. The number is positive, so the colours are in
 // reverse order. The lower line, at entry 0, is 128 rows from the top and the bottom of
 // the bar, so imax = -512 and imin = 512.
-void tst_cBar::linesCanCross()
+void tst_cBar::crossedLinesReverseTheColours()
 {
     VisibleBar bar;
     QVERIFY(bar.isReady());
@@ -943,7 +943,7 @@ void tst_cBar::moveWithoutButtonOnlyRepaints()
     QCOMPARE(bar.mouse.now, QPoint(20, 30));
 }
 
-void tst_cBar::releaseRepaints()
+void tst_cBar::releaseOnlyRepaints()
 {
     VisibleBar bar;
     QVERIFY(bar.isReady());
@@ -981,7 +981,7 @@ void tst_cBar::doubleClickResetsTheLinesWithoutSignal()
     QCOMPARE(bar.mouse.dClickPos, QPoint(20, 220));
 }
 
-void tst_cBar::doubleClickIsNotAPress()
+void tst_cBar::doubleClickStartsNoDrag()
 {
     VisibleBar bar;
     QVERIFY(bar.isReady());
