@@ -40,7 +40,7 @@ private Q_SLOTS:
     void energyIsFoundBetweenRisingPoints();
     void firstOfOverlappingPairsIsFound();
     void fallingPairIsSkipped();
-    void repeatedEnergyIsFoundInItsFirstPair();
+    void repeatedEnergyIsFoundInTheFirstIntervalThatContainsIt();
     void spectrumWithFewerThanTwoPointsBracketsNoEnergy();
     void manyEnergiesGiveTheSameIndicesAsSingleSearches_data();
     void manyEnergiesGiveTheSameIndicesAsSingleSearches();
@@ -67,7 +67,7 @@ void tst_AMutEBrackets::fallingPairIsSkipped()
     QCOMPARE(a.indicesBelow({14, 25}), (QList<int>{0, 2}));
 }
 
-void tst_AMutEBrackets::repeatedEnergyIsFoundInItsFirstPair()
+void tst_AMutEBrackets::repeatedEnergyIsFoundInTheFirstIntervalThatContainsIt()
 {
     const AMutE a = spectrum({10, 20, 20, 20, 30});
     QCOMPARE(a.indicesBelow({20, 21}), (QList<int>{0, 3}));

@@ -108,7 +108,7 @@ private Q_SLOTS:
     void backgroundIsSubtractedFromTheInterpolatedMut_data();
     void backgroundIsSubtractedFromTheInterpolatedMut();
     void backgroundIsTheChosenLineAtTheEnergy();
-    void backgroundSubtractedUsesTheFirstPointAtOrAboveTheEnergy();
+    void subtractionUsesTheFirstPointInFileOrderAtOrAboveTheEnergy();
     void backgroundSubtractedInterpolatesFromWorkingEnergyZero();
 };
 
@@ -652,7 +652,7 @@ void tst_AMutELines::backgroundIsTheChosenLineAtTheEnergy()
     QCOMPARE(out, 68.0);
 }
 
-void tst_AMutELines::backgroundSubtractedUsesTheFirstPointAtOrAboveTheEnergy()
+void tst_AMutELines::subtractionUsesTheFirstPointInFileOrderAtOrAboveTheEnergy()
 {
     // In file order, 14 is the first energy at or above 12. The point before it is at 10, so
     // the result is 0 + (12 - 10) * 4 / 4 = 2.

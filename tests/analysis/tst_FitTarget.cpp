@@ -63,7 +63,7 @@ private Q_SLOTS:
     void threeAndFourReferencesAreFitted();
     void unusedReferencesAreSkipped();
     void surplusPointsAreFittedByLeastSquares();
-    void curveKeepsThePointOrderOfTheTarget();
+    void fitCurveHasThePointOrderOfTheTarget();
     void rangeOfOneEnergyKeepsThePointAtThatEnergy();
     void zeroTargetHasNaNShares();
     void invalidTargetIsFitted();
@@ -144,7 +144,7 @@ void tst_FitTarget::surplusPointsAreFittedByLeastSquares()
     QVERIFY(near(std::accumulate(residuals.begin(), residuals.end(), 0.0), 0));
 }
 
-void tst_FitTarget::curveKeepsThePointOrderOfTheTarget()
+void tst_FitTarget::fitCurveHasThePointOrderOfTheTarget()
 {
     PanelInputs inputs = fitInputs();
     QList<MutPoint>& points = inputs.target.points;

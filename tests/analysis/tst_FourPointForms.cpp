@@ -74,7 +74,7 @@ private Q_SLOTS:
     void targetEqualToTheSecondReferenceHasFractionZero();
     void threePointsMatchAHandCalculation();
     void threePointsResultIsNotClamped();
-    void zeroDivisorsMakeThreePointsNaNOrInfinite();
+    void zeroDivisorMakesTheThreePointFractionNaNOrInfinite();
     void threePointThicknessIgnoresTheSecondReferenceAtRowOne();
     void thicknessOfTheFirstReferenceIsOneIfTheFirstRowsAreEqual();
     void exactFormGivesFractionHalfAndThicknessOneForEqualParts();
@@ -118,7 +118,7 @@ void tst_FourPointForms::threePointsResultIsNotClamped()
     QCOMPARE(analysis::threePointFraction({1, 5, 5}, {0, 4, 3}, {0, 4, 1}), 1.5);
 }
 
-void tst_FourPointForms::zeroDivisorsMakeThreePointsNaNOrInfinite()
+void tst_FourPointForms::zeroDivisorMakesTheThreePointFractionNaNOrInfinite()
 {
     const ThreeValues r1{0, 4, 3};
     const ThreeValues r2{0, 4, 1};

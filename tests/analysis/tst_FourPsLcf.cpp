@@ -66,8 +66,8 @@ private Q_SLOTS:
     void clearingRemovesThePointsAndResetsTheColour();
     void newColourWrapsAtTheNumberOfColours();
 
-    void refusalIsReportedAndChangesNothing_data();
-    void refusalIsReportedAndChangesNothing();
+    void refusedCalculationIsReportedAndChangesNoResult_data();
+    void refusedCalculationIsReportedAndChangesNoResult();
     void calcBothSetsLimitsThenRunsMapTargetAndFit();
     void calcBothFitsAfterMapAndTargetAreRefused();
 
@@ -241,7 +241,7 @@ void tst_FourPsLcf::newColourWrapsAtTheNumberOfColours()
     }
 }
 
-void tst_FourPsLcf::refusalIsReportedAndChangesNothing_data()
+void tst_FourPsLcf::refusedCalculationIsReportedAndChangesNoResult_data()
 {
     QTest::addColumn<PanelInputs>("inputs");
     QTest::addColumn<QString>("message");
@@ -254,7 +254,7 @@ void tst_FourPsLcf::refusalIsReportedAndChangesNothing_data()
         << fitInputs({1, 1}, 0).makeInvalid({0}) << fewSpectra.arg(1);
 }
 
-void tst_FourPsLcf::refusalIsReportedAndChangesNothing()
+void tst_FourPsLcf::refusedCalculationIsReportedAndChangesNoResult()
 {
     QFETCH(PanelInputs, inputs);
     enterInputs(panel, fitInputs());

@@ -138,8 +138,8 @@ private Q_SLOTS:
     void threeAndFourPointFormsEmptyTheReferenceHistograms_data();
     void threeAndFourPointFormsEmptyTheReferenceHistograms();
 
-    void refusalIsReportedAndChangesNothing_data();
-    void refusalIsReportedAndChangesNothing();
+    void refusedCalculationIsReportedAndChangesNoResult_data();
+    void refusedCalculationIsReportedAndChangesNoResult();
     void calcBothRunsTargetAndFitAfterTheMapIsRefused();
 
 private:
@@ -346,7 +346,7 @@ void tst_FourPsMap::threeAndFourPointFormsEmptyTheReferenceHistograms()
     QVERIFY(eachIsInItsMiddleBin(panel));
 }
 
-void tst_FourPsMap::refusalIsReportedAndChangesNothing_data()
+void tst_FourPsMap::refusedCalculationIsReportedAndChangesNoResult_data()
 {
     QTest::addColumn<PanelInputs>("inputs");
     QTest::addColumn<QStringList>("expected");
@@ -369,7 +369,7 @@ void tst_FourPsMap::refusalIsReportedAndChangesNothing_data()
     newRow("no used reference", inputs().useReferences({}), {fewReferences.arg(0)});
 }
 
-void tst_FourPsMap::refusalIsReportedAndChangesNothing()
+void tst_FourPsMap::refusedCalculationIsReportedAndChangesNoResult()
 {
     QFETCH(PanelInputs, inputs);
     enterInputs(panel, mixedMaps({mixes::quarter}));

@@ -48,8 +48,8 @@ private Q_SLOTS:
     void linearRadioAloneSelectsTheBackground_data();
     void linearRadioAloneSelectsTheBackground();
 
-    void refusalIsReportedAndChangesNothing_data();
-    void refusalIsReportedAndChangesNothing();
+    void refusedCalculationIsReportedAndChangesNoResult_data();
+    void refusedCalculationIsReportedAndChangesNoResult();
 
 private:
     SharedPanel m_shared;
@@ -238,7 +238,7 @@ void tst_FourPsTarget::linearRadioAloneSelectsTheBackground()
     QCOMPARE(mixes::near(panel.BaseData.rows.at(0).intensity, 0.25), linear);
 }
 
-void tst_FourPsTarget::refusalIsReportedAndChangesNothing_data()
+void tst_FourPsTarget::refusedCalculationIsReportedAndChangesNoResult_data()
 {
     QTest::addColumn<PanelInputs>("inputs");
     QTest::addColumn<QStringList>("expected");
@@ -259,7 +259,7 @@ void tst_FourPsTarget::refusalIsReportedAndChangesNothing_data()
            {"Ref File 2 is not valid."});
 }
 
-void tst_FourPsTarget::refusalIsReportedAndChangesNothing()
+void tst_FourPsTarget::refusedCalculationIsReportedAndChangesNoResult()
 {
     QFETCH(PanelInputs, inputs);
     enterInputs(panel, mixes::mixedInputs(mixes::quarter));

@@ -42,7 +42,7 @@ private Q_SLOTS:
     void unusedRowsDoNotEnterTheValenceRange();
     void firstTwoValencesKeepTheirOrderAndAreZeroIfMissing();
     void totalJumpSumsUsedReferences();
-    void numberOfUsedValencesIsTheNumberOfValidReferences();
+    void numberOfUsedValencesIsTheNumberOfUsedAndValidReferences();
     void totalJumpIncludesUsedReferenceWithoutSpectrum();
     void eachQuantityHasItsMapLimits_data();
     void eachQuantityHasItsMapLimits();
@@ -185,7 +185,7 @@ void tst_ReferenceSet::unusedRowsDoNotEnterTheValenceRange()
     QCOMPARE(range.high, 3.0);
 }
 
-void tst_ReferenceSet::numberOfUsedValencesIsTheNumberOfValidReferences()
+void tst_ReferenceSet::numberOfUsedValencesIsTheNumberOfUsedAndValidReferences()
 {
     // Used: rows 0, 2 and 3; valid: rows 0, 1 and 3. Two used references are valid, so there
     // are two valences. They are read from the first two used references, rows 0 and 2,

@@ -185,7 +185,7 @@ private Q_SLOTS:
 
     void emptyMapHasNoTable();
     void emptyExtendedMapHasOnlyItsHeading();
-    void pixelsBeyondTheRowsAreWrittenAsZero();
+    void fractionOfAPixelWithoutDataIsWrittenAsZero();
     void rowsBeyondTheSizeAreNotWritten();
     void pixelsAreFoundByPositionNotByCoordinate();
     void mapsWithoutPixelsHaveEmptyTables_data();
@@ -394,7 +394,7 @@ void tst_ResultText::emptyExtendedMapHasOnlyItsHeading()
 
 // The fraction of a pixel without a row is 0, so its valence is the valence of the second
 // reference.
-void tst_ResultText::pixelsBeyondTheRowsAreWrittenAsZero()
+void tst_ResultText::fractionOfAPixelWithoutDataIsWrittenAsZero()
 {
     const A2DData map = mapOf(2, 1, {{5, 6, 1, 2, {}}});
     QCOMPARE(textOf(map, {true, 2.0, 3.0}),

@@ -185,7 +185,7 @@ private Q_SLOTS:
     void clearSetsZero();
     void identityHasOnesOnTheDiagonal();
     void copyCopiesEveryElement();
-    void multiplyMatricesWritesTheDiagonalOfTheProductAcrossRows();
+    void multiplyMatricesFillsEachRowWithItsDiagonalElementOfTheProduct();
     void multiplyMatrixVectorCalculatesTheProduct();
     void nanIsFoundInAnyElement_data();
     void nanIsFoundInAnyElement();
@@ -261,7 +261,7 @@ void tst_SmallMatrix::copyCopiesEveryElement()
     QVERIFY(same(copy, v));
 }
 
-void tst_SmallMatrix::multiplyMatricesWritesTheDiagonalOfTheProductAcrossRows()
+void tst_SmallMatrix::multiplyMatricesFillsEachRowWithItsDiagonalElementOfTheProduct()
 {
     // (1 2)(5 6)   (19 22)
     // (3 4)(7 8) = (43 50); only the diagonal, 19 and 50, is used.

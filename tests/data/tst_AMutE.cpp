@@ -27,7 +27,7 @@ private Q_SLOTS:
     void readKeepsTheShiftAndTheLimits();
     void pointsKeepRawEnergiesWithAShift();
     void readFitsTheLinesWithTheCurrentLimits();
-    void failedReadKeepsTheLines();
+    void failedReadKeepsTheBackgroundLines();
     void findTokenReturnsTheFirstIndexOrMinusOne_data();
     void findTokenReturnsTheFirstIndexOrMinusOne();
 
@@ -161,7 +161,7 @@ void tst_AMutE::readFitsTheLinesWithTheCurrentLimits()
     QVERIFY(std::fabs(spectrum.postValue(8500.0) - 3.0) < 1e-6);
 }
 
-void tst_AMutE::failedReadKeepsTheLines()
+void tst_AMutE::failedReadKeepsTheBackgroundLines()
 {
     AMutE spectrum;
     spectrum.preLine = {1.0, 2.0, 3.0};

@@ -129,7 +129,7 @@ private Q_SLOTS:
     void channelNumbersStartAfterTheCoordinates();
     void channelFileWithoutColumnLinesTakesIAndI0FromTheSameWord();
     void tooShortChannelLineIsSkipped();
-    void columnLineAffectsOnlyLaterRows();
+    void columnHeaderLineAffectsOnlyLaterRows();
     void columnNumberIsReadAfterTheFirstColon_data();
     void columnNumberIsReadAfterTheFirstColon();
     void columnMinusOneOrMinusTwoReadsACoordinate();
@@ -141,7 +141,7 @@ private Q_SLOTS:
 
     void commentLineSetsTheSize_data();
     void commentLineSetsTheSize();
-    void columnLinesAffectOnlyChannelFiles();
+    void columnHeaderLinesAffectOnlyChannelFiles();
     void energyHandlerIsCalledForEachLineWithAnEnergy();
     void energyHandlerIsCalledDuringTheRead();
     void mapIsReadWithoutAnEnergyHandler();
@@ -186,7 +186,7 @@ private Q_SLOTS:
     void textModeOfTheDeviceIsRestored();
     void infinityAndNanWordsAreNumbers();
     void readingAnEmptyDeviceFails();
-    void failingDeviceEndsTheText();
+    void readErrorIsTreatedAsTheEndOfTheText();
     void readingAClosedDeviceFails();
     void lineOfTwoMegabytesGivesAtMostOneRow_data();
     void lineOfTwoMegabytesGivesAtMostOneRow();
@@ -307,7 +307,7 @@ void tst_MapTextReader::tooShortChannelLineIsSkipped()
     QVERIFY(read("# 2003901\n# I0 : 1\n1 2 3\n").map.rows.isEmpty());
 }
 
-void tst_MapTextReader::columnLineAffectsOnlyLaterRows()
+void tst_MapTextReader::columnHeaderLineAffectsOnlyLaterRows()
 {
     const Reading got = read("# 2003901\n1 2 3 4\n# i0 : 1\n1 2 3 4\n# I : 1\n1 2 3 4\n");
     QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 3}, {1, 2, 3, 4}, {1, 2, 4, 4}}));
@@ -434,7 +434,7 @@ void tst_MapTextReader::commentLineSetsTheSize()
     QCOMPARE(got.good, xNum > 0 && yNum > 0);
 }
 
-void tst_MapTextReader::columnLinesAffectOnlyChannelFiles()
+void tst_MapTextReader::columnHeaderLinesAffectOnlyChannelFiles()
 {
     const Reading got = read("# 1306\n# I0 : 9\n# I : 9\n" + twoByOne + "1 2 3 4\n");
     QVERIFY(got.good);
@@ -864,7 +864,7 @@ void tst_MapTextReader::readingAnEmptyDeviceFails()
     QVERIFY(got.map.headerLines.isEmpty());
 }
 
-void tst_MapTextReader::failingDeviceEndsTheText()
+void tst_MapTextReader::readErrorIsTreatedAsTheEndOfTheText()
 {
     FailingDevice device(twoByOne + "1 2 3\n4 5 6");
     A2DData map;

@@ -16,7 +16,7 @@ class TestTextItems : public QObject
 private Q_SLOTS:
     void nextItemSplitsOffTheFirstItem_data();
     void nextItemSplitsOffTheFirstItem();
-    void blanksAreTheWhiteSpaceOfRegularExpressions();
+    void itemsAreSeparatedByTheWhiteSpaceOfRegularExpressions();
     void lineOfBlanksHasAnEmptyRest();
     void adjacentQuotedItemsAreTwoItems();
     void unclosedQuoteIsReported();
@@ -103,7 +103,7 @@ void TestTextItems::nextItemSplitsOffTheFirstItem()
     QTEST(result, "rest");
 }
 
-void TestTextItems::blanksAreTheWhiteSpaceOfRegularExpressions()
+void TestTextItems::itemsAreSeparatedByTheWhiteSpaceOfRegularExpressions()
 {
     const QRegularExpression blank("\\s");
     for (char16_t c = 1; c < 0xd800; ++c) {

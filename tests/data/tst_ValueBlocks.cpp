@@ -143,7 +143,7 @@ private Q_SLOTS:
 
     void copyOfAListIsNeverChanged_data();
     void copyOfAListIsNeverChanged();
-    void copyOfAllRowsIsNeverChanged();
+    void refillDoesNotChangeACopyOfTheRows();
     void listsOutliveTheBlocks();
 
     void writeDoesNotChangeTheNeighbours_data() { addWrites(); }
@@ -153,11 +153,11 @@ private Q_SLOTS:
     void writtenListIsReplacedByTheNextFill_data() { addWrites(); }
     void writtenListIsReplacedByTheNextFill();
 
-    void refillSetsRowsInAnotherOrder();
-    void refillSetsARowAfterItWasCopied();
-    void refillSetsRowsThatShareAList();
-    void refillSetsAShorterLastBlock();
-    void refillSetsListsOfAnotherLength();
+    void refillWritesRowsGivenInAnotherOrder();
+    void refillWritesARowThatWasCopiedBefore();
+    void refillWritesRowsThatShareAList();
+    void refillWritesAShorterLastBlock();
+    void refillMayChangeTheLengthOfTheLists();
     void twoListsOfRowsAreFilledIndependently();
     void forgettingBlocksDoesNotChangeTheLists();
     void forgettingABlockReleasesItsMemory();
@@ -326,7 +326,7 @@ void tst_ValueBlocks::copyOfAListIsNeverChanged()
                                     valuesOf(64, 1), valuesOf(99, 1)}));
 }
 
-void tst_ValueBlocks::copyOfAllRowsIsNeverChanged()
+void tst_ValueBlocks::refillDoesNotChangeACopyOfTheRows()
 {
     auto blocks = std::make_unique<ValueBlocks>();
     Rows rows(100);
@@ -417,7 +417,7 @@ void tst_ValueBlocks::writtenListIsReplacedByTheNextFill()
     }
 }
 
-void tst_ValueBlocks::refillSetsRowsInAnotherOrder()
+void tst_ValueBlocks::refillWritesRowsGivenInAnotherOrder()
 {
     ValueBlocks blocks;
     Rows rows(64);
@@ -437,7 +437,7 @@ void tst_ValueBlocks::refillSetsRowsInAnotherOrder()
 
 // If a row is swapped with a row outside the list, the block's memory keeps its number of
 // owners, but one of them is no longer in the list.
-void tst_ValueBlocks::refillSetsARowAfterItWasCopied()
+void tst_ValueBlocks::refillWritesARowThatWasCopiedBefore()
 {
     ValueBlocks blocks;
     Rows rows(64);
@@ -454,7 +454,7 @@ void tst_ValueBlocks::refillSetsARowAfterItWasCopied()
     QCOMPARE(elsewhere.values, valuesOf(5, 2));
 }
 
-void tst_ValueBlocks::refillSetsRowsThatShareAList()
+void tst_ValueBlocks::refillWritesRowsThatShareAList()
 {
     ValueBlocks blocks;
     Rows rows(64);
@@ -471,7 +471,7 @@ void tst_ValueBlocks::refillSetsRowsThatShareAList()
     QVERIFY(areFilled(rows, 4));
 }
 
-void tst_ValueBlocks::refillSetsAShorterLastBlock()
+void tst_ValueBlocks::refillWritesAShorterLastBlock()
 {
     ValueBlocks blocks;
     Rows rows;
@@ -492,7 +492,7 @@ void tst_ValueBlocks::refillSetsAShorterLastBlock()
     }
 }
 
-void tst_ValueBlocks::refillSetsListsOfAnotherLength()
+void tst_ValueBlocks::refillMayChangeTheLengthOfTheLists()
 {
     // With 1 and 65 rows, the last block has a single list. It starts at the same address for
     // every length, so only its length shows that the block cannot be reused.

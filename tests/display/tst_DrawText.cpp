@@ -112,12 +112,12 @@ private Q_SLOTS:
     void textAtTheWidgetEdgeIsNotCutOff();
     void noTextIsDrawnInAnEmptyBox_data();
     void noTextIsDrawnInAnEmptyBox();
-    void zeroWidthOrHeightLimitsTheSizeToTenPoints_data();
-    void zeroWidthOrHeightLimitsTheSizeToTenPoints();
+    void boxOfZeroWidthOrHeightLimitsTheFontToTenPoints_data();
+    void boxOfZeroWidthOrHeightLimitsTheFontToTenPoints();
 
     void textBoxReturnsWhereTheTextIsDrawn_data();
     void textBoxReturnsWhereTheTextIsDrawn();
-    void textBoxDoesNotLimitTheFontSize();
+    void textBoxHasNoMaximumFontSize();
 
     void listIsDrawnAtItsSmallestFittedSizeInWholePoints();
     void eachTextOfAListIsShiftedByTheSameStep();
@@ -471,7 +471,7 @@ void tst_DrawText::noTextIsDrawnInAnEmptyBox()
     QCOMPARE(log.lines(), QStringList());
 }
 
-void tst_DrawText::zeroWidthOrHeightLimitsTheSizeToTenPoints_data()
+void tst_DrawText::boxOfZeroWidthOrHeightLimitsTheFontToTenPoints_data()
 {
     QTest::addColumn<QSizeF>("space"); // as a multiple of the text's size at 10 points
     QTest::addColumn<double>("points");
@@ -485,7 +485,7 @@ void tst_DrawText::zeroWidthOrHeightLimitsTheSizeToTenPoints_data()
 // An empty side of the box counts as if the text fitted it at exactly 10 points. So the
 // size is at most 10 points, and smaller if the text is too large for the side that is
 // not empty.
-void tst_DrawText::zeroWidthOrHeightLimitsTheSizeToTenPoints()
+void tst_DrawText::boxOfZeroWidthOrHeightLimitsTheFontToTenPoints()
 {
     QFETCH(QSizeF, space);
     QFETCH(double, points);
@@ -529,7 +529,7 @@ void tst_DrawText::textBoxReturnsWhereTheTextIsDrawn()
 
 // The box has the proportions of the text, so the text fills it. The tolerance of 5 %
 // of the width covers the rounding of glyph widths to whole pixels.
-void tst_DrawText::textBoxDoesNotLimitTheFontSize()
+void tst_DrawText::textBoxHasNoMaximumFontSize()
 {
     const QRectF box(QPointF(40, 50), 4.0 * measured(shortText));
     textsDrawnBy([&](QStylePainter* p) {

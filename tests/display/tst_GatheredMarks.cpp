@@ -89,8 +89,8 @@ class tst_GatheredMarks : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void marksMatchMarkByMarkDrawing_data();
-    void marksMatchMarkByMarkDrawing();
+    void gatheredMarksLookLikeMarksDrawnOneByOne_data();
+    void gatheredMarksLookLikeMarksDrawnOneByOne();
     void marksMatchMarkByMarkDrawingInSeveralImageFormats_data();
     void marksMatchMarkByMarkDrawingInSeveralImageFormats();
     void marksMatchMarkByMarkDrawingWithTranslatedOrClippedPainters_data();
@@ -102,7 +102,7 @@ private Q_SLOTS:
     void emptyListOfMarksDrawsNothing();
 };
 
-void tst_GatheredMarks::marksMatchMarkByMarkDrawing_data()
+void tst_GatheredMarks::gatheredMarksLookLikeMarksDrawnOneByOne_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<QList<QPointF>>("points");
@@ -136,7 +136,7 @@ void tst_GatheredMarks::marksMatchMarkByMarkDrawing_data()
                                  << QList<double>{1.0, 0.0, 1.0, 1.0};
 }
 
-void tst_GatheredMarks::marksMatchMarkByMarkDrawing()
+void tst_GatheredMarks::gatheredMarksLookLikeMarksDrawnOneByOne()
 {
     QFETCH(QSize, size);
     QFETCH(QList<QPointF>, points);

@@ -67,7 +67,7 @@ private Q_SLOTS:
     void fileCreatedByTheUserIsWritten();
     void histogramIsWrittenToTheFolderOfTheLinkedResult();
     void symbolicLinkToHistogramFileIsFollowed();
-    void histogramOfMissingResultIsWrittenToTheWorkingFolder();
+    void histogramOfAMissingResultFileIsWrittenToTheWorkingFolder();
     void histogramOfEmptyPathIsWrittenToTheWorkingFolder();
     void folderNamedLikeTheHistogramFileIsRefused();
     void pipeNamedLikeTheHistogramFileIsRefusedWithoutBlocking();
@@ -262,7 +262,7 @@ void tst_Histgram::symbolicLinkToHistogramFileIsFollowed()
 
 // The histogram file in the folder of the missing result is not changed; the file
 // in the working folder is written.
-void tst_Histgram::histogramOfMissingResultIsWrittenToTheWorkingFolder()
+void tst_Histgram::histogramOfAMissingResultFileIsWrittenToTheWorkingFolder()
 {
     QVERIFY(QDir(m_folder->path()).mkdir("work"));
     QVERIFY(makeFiles("other.dat", "map_HGAlpha.dat"));

@@ -139,8 +139,8 @@ private Q_SLOTS:
     void valuesWithoutATableEntryHaveTheFirstColour();
     void hugeLimitsStillMapValuesToTableEntries_data();
     void hugeLimitsStillMapValuesToTableEntries();
-    void linesChangeTheColoursOfValues_data();
-    void linesChangeTheColoursOfValues();
+    void limitLinesDetermineTheColourOfAValue_data();
+    void limitLinesDetermineTheColourOfAValue();
 
     void changedLimitsStayInAscendingOrder_data();
     void changedLimitsStayInAscendingOrder();
@@ -372,7 +372,7 @@ void tst_cBar::hugeLimitsStillMapValuesToTableEntries()
     QVERIFY(isNear(bar.color(value), 0, entry, false));
 }
 
-void tst_cBar::linesChangeTheColoursOfValues_data()
+void tst_cBar::limitLinesDetermineTheColourOfAValue_data()
 {
     QTest::addColumn<double>("imin");
     QTest::addColumn<double>("imax");
@@ -390,7 +390,7 @@ void tst_cBar::linesChangeTheColoursOfValues_data()
     QTest::newRow("part of the table, beyond") << 64.0 << 192.0 << 1.25 << 224;
 }
 
-void tst_cBar::linesChangeTheColoursOfValues()
+void tst_cBar::limitLinesDetermineTheColourOfAValue()
 {
     QFETCH(double, value);
     QFETCH(int, entry);

@@ -165,7 +165,7 @@ private Q_SLOTS:
     void dialogOffersItsFiltersInOrder();
     void newDialogStartsInTheWorkingDirectory();
     void selectButtonShowsTheDialogWithoutBlocking();
-    void selectButtonRaisesAnOpenDialog();
+    void selectButtonBringsTheDialogThatIsAlreadyOpenToTheFront();
 
     void modeConfiguresDialogAndField_data();
     void modeConfiguresDialogAndField();
@@ -194,8 +194,8 @@ private Q_SLOTS:
     void severalSelectedFilesAreEmittedTogether();
     void openingTheDialogLoadsNoFile();
 
-    void cancelRestoresTheNameOfTheSaveRow_data();
-    void cancelRestoresTheNameOfTheSaveRow();
+    void cancelRestoresTheFileNameOfTheSaveRow_data();
+    void cancelRestoresTheFileNameOfTheSaveRow();
     void secondClickOnSelectKeepsTheNameToRestore();
     void cancelRestoresTheNameOfTheLatestOpening();
     void nameConfirmedInTheDialogIsKept();
@@ -355,7 +355,7 @@ void tst_AFileSelect::selectButtonShowsTheDialogWithoutBlocking()
     row.dialog->close();
 }
 
-void tst_AFileSelect::selectButtonRaisesAnOpenDialog()
+void tst_AFileSelect::selectButtonBringsTheDialogThatIsAlreadyOpenToTheFront()
 {
     AFileSelect row;
     row.show();
@@ -651,7 +651,7 @@ void tst_AFileSelect::openingTheDialogLoadsNoFile()
     QCOMPARE(recorder.entries, QStringList());
 }
 
-void tst_AFileSelect::cancelRestoresTheNameOfTheSaveRow_data()
+void tst_AFileSelect::cancelRestoresTheFileNameOfTheSaveRow_data()
 {
     QTest::addColumn<CloseDialog>("end");
     QTest::newRow("Cancel") << CloseDialog([](QFileDialog* dialog) {
@@ -664,7 +664,7 @@ void tst_AFileSelect::cancelRestoresTheNameOfTheSaveRow_data()
         << CloseDialog([](QFileDialog* dialog) { dialog->windowHandle()->close(); });
 }
 
-void tst_AFileSelect::cancelRestoresTheNameOfTheSaveRow()
+void tst_AFileSelect::cancelRestoresTheFileNameOfTheSaveRow()
 {
     QFETCH(CloseDialog, end);
     const SaveRow row(canonicalFolder);
