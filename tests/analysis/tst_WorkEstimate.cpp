@@ -30,6 +30,7 @@ void tst_WorkEstimate::estimateIsLongForManyPixelsOrPoints_data()
     QTest::addColumn<bool>("isLong");
     QTest::newRow("six maps of a million pixels") << 1e6 << 6 << 0.0 << true;
     QTest::newRow("eight maps of 256 by 256") << 65536.0 << 8 << 0.0 << true;
+    QTest::newRow("one map of 256 by 256") << 65536.0 << 1 << 0.0 << false;
     QTest::newRow("six maps of 64 by 48") << 3072.0 << 6 << 0.0 << false;
     QTest::newRow("five spectra of 900 points") << 0.0 << 0 << 4500.0 << false;
     QTest::newRow("five spectra of 10000 points") << 0.0 << 0 << 50000.0 << true;

@@ -259,21 +259,16 @@ void tst_FittedEdit::longTextWithoutFocusShowsStartAndEnd()
     QCoreApplication::processEvents();
     m_edit->setText(path);
     const QImage visible = pictureOf(m_edit);
-    FittedEdit elided;
-    elided.resize(m_edit->size());
-    elided.setText(QFontMetricsF(m_edit->font()).elidedText(path, Qt::ElideMiddle, 150 - 8));
-    QVERIFY(elided.text().startsWith("/data/"));
-    QVERIFY(elided.text().endsWith("ni2.dat"));
     QCOMPARE(m_edit->text(), path);
     QCOMPARE(m_edit->toolTip(), path);
-    QVERIFY(!inkOf(visible).isEmpty());
-    // A plain line edit would show only the start of the path.
-    QLineEdit plainEdit;
-    plainEdit.setFont(m_edit->font());
-    plainEdit.resize(m_edit->size());
-    plainEdit.setText(path);
-    plainEdit.setCursorPosition(0);
-    QVERIFY(pictureOf(&plainEdit) != visible);
+    // A plain line edit would show either the start or the end of the path: only one of these
+    // changes would be visible.
+    m_edit->setText("/temp/" + path.mid(6));
+    QVERIFY(pictureOf(m_edit) != visible);
+    m_edit->setText(path.chopped(11) + "ref_fe3.dat");
+    QVERIFY(pictureOf(m_edit) != visible);
+    m_edit->setText(path.left(100) + 'y' + path.mid(101));
+    QCOMPARE(pictureOf(m_edit), visible);
 }
 
 void tst_FittedEdit::longTextWithFocusCanBeScrolled()

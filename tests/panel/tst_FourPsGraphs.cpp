@@ -717,7 +717,6 @@ void tst_FourPsGraphs::actionRepaintsTheGraphs_data()
         panel.ui.NonEquivBGLinear->setChecked(true);
         panel.calcMap();
     });
-    add("the same map is calculated again", {0, 1, 2}, [](FourPs& panel) { panel.calcMap(); });
 }
 
 void tst_FourPsGraphs::actionRepaintsTheGraphs()
