@@ -53,7 +53,7 @@ Vector<N> solvedBySmallMatrix(const Matrix<N>& a, const Vector<N>& b)
     return unknowns;
 }
 
-/// Solves four systems side by side.
+/// Solves four systems of linear equations with solveLanes(), one in each lane.
 template <std::size_t N>
 std::array<Vector<N>, analysis::laneCount>
 solvedInLanes(const std::array<Matrix<N>, analysis::laneCount>& a,

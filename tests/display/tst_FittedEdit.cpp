@@ -191,7 +191,7 @@ void tst_FittedEdit::toolTipExistsOnlyIfTextDoesNotFit()
     QCOMPARE(m_edit->toolTip(), QString());
 }
 
-// A field of 40 pixels, as used for shares and amounts, is too narrow for twelve
+// A field 40 pixels wide, as used for shares and amounts, is too narrow for twelve
 // characters even in the smallest font. The visible text must end with the exponent.
 void tst_FittedEdit::longNumberWithoutFocusShowsItsExponent()
 {

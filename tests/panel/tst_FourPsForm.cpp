@@ -256,8 +256,8 @@ QStringList checkedOf(const Form& form, const QStringList& names)
     return checked;
 }
 
-/// Whether @p w is smaller than its text requires. The required width is at most the maximum
-/// width of the widget.
+/// Whether @p w is narrower than its size hint, or lower than its minimum size hint. A widget
+/// that has its maximum width is wide enough.
 bool isCutOff(const QWidget* w)
 {
     const int wanted = std::min(w->sizeHint().width(), w->maximumWidth());

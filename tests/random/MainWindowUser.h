@@ -21,7 +21,7 @@ namespace tests
 class MainWindowUser
 {
 public:
-    /// Shows the main window, loads files and calculates a result. @p files must be ready.
+    /// Shows the main window, loads files and calculates a result. files.isReady() must be true.
     /// @p body and @p files must outlive this object.
     MainWindowUser(Body& body, RandomFiles& files, unsigned seed);
 
@@ -49,7 +49,7 @@ public:
     /// action is allowed to take grows with this number.
     double pixels() const;
 
-    /// Number of bytes that text fields do not free after their first long text.
+    /// Bytes used by the undo histories of the text fields, see WidgetActions::keptByFields().
     double keptByFields() const { return m_widgets.keptByFields(); }
 
 private:

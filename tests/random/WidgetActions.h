@@ -34,8 +34,8 @@ public:
     /// with a long text, the text "1" is entered instead, like typed text.
     void shortenTexts();
 
-    /// Number of bytes that text fields do not free after their first long text, because
-    /// the memory of an undo history does not shrink.
+    /// Bytes used by the undo histories of the text fields that contained a long text at least
+    /// once. A field does not free this memory, because an undo history never shrinks.
     double keptByFields() const { return m_fieldMemory; }
 
 private:
