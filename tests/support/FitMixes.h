@@ -7,8 +7,8 @@ namespace tests::fits
 {
 
 /// Normalised references at 1 to 7 eV. The references and a constant are linearly
-/// independent. The first two references and a constant are so even if only the points from
-/// 2 to 6 eV are used.
+/// independent. At 2 to 6 eV alone, the first two references and a constant are still
+/// linearly independent.
 inline const QList<double> energies{1, 2, 3, 4, 5, 6, 7};
 inline const QList<QList<double>> shapes{{9, 1, 0, 0.5, 2, 0.25, 3},
                                          {-9, 0, 1, 0.5, 0.75, 2, 8},

@@ -32,8 +32,8 @@ inline double plainTick(const PlotPlace& place)
     return decade;
 }
 
-/// A histogram with the limits @p from and @p to, the counts @p bins, and @p under and
-/// @p over values outside the limits. Its highest count is the maximum of @p bins, which must
+/// A histogram with the limits @p from and @p to and the counts @p bins. @p under values are
+/// below the limits, @p over values above. Its highest count is the maximum of @p bins, which must
 /// not be empty.
 inline analysis::HistogramCounts readyCounts(double from, double to, const QList<int>& bins,
                                              int under = 0, int over = 0)
