@@ -1,5 +1,5 @@
 // Tests of AFileSelect, the file row: its form, its open and save modes, and the
-// methods of choosing a path.
+// ways in which a user chooses a path.
 
 #include "rows/AFileSelect.h"
 #include "rows/DialogSettings.h"
