@@ -27,11 +27,12 @@ public:
         std::iota(m_parent.begin(), m_parent.end(), std::size_t{0});
     }
 
-    /// Assigns @p index to all unassigned energies in [low, high].
+    /// Assigns the pair of points with number @p index to all unassigned energies in
+    /// [low, high]: writes @p index to their elements of @p indices.
     void assign(double low, double high, int index, QList<int>& indices)
     {
         if (!(low <= high)) {
-            return; // a falling pair of points, or one with NaN, brackets no energy
+            return; // a pair with descending energies, or with a NaN, brackets no energy
         }
         const auto first = std::lower_bound(
             m_entries.begin(), m_entries.end(), low,
@@ -62,7 +63,9 @@ private:
     }
 
     std::vector<Entry> m_entries;
-    std::vector<std::size_t> m_parent; ///< parent links and an end; own index if unassigned
+    /// Parent link of each sorted energy; its own index if it is unassigned. The last element
+    /// marks the end.
+    std::vector<std::size_t> m_parent;
 };
 
 } // namespace

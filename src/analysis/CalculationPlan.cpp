@@ -18,9 +18,9 @@ void countReferences(const ReferenceSet& references, QList<Message>& messages)
     }
 }
 
-// Whether the references and the target allow a calculation. The first check that fails
-// ends the checks and adds its message. A missing reference adds none, because
-// countReferences() has already reported it.
+// Whether the references and the target allow a calculation. The first invalid spectrum
+// ends the checks with a message. A missing reference ends them without another message,
+// because countReferences() has already reported it.
 bool targetCanRun(const CalculationState& state, QList<Message>& messages)
 {
     countReferences(state.references, messages);

@@ -39,7 +39,8 @@ CalculationPlan planTarget(const CalculationState& state);
 ///
 /// The checks are the same as in planTarget(), with these differences: rows without a map
 /// do not count as selected (but CalculationPlan::rows contains them), the non-equivalent
-/// method needs no V row, every used reference is checked (see
+/// method needs no V row, its minimum number of rows depends on the number of references
+/// (see chooseForMap()), every used reference is checked (see
 /// ReferenceSet::rowWithoutValidCounterpart()), and the target is not checked.
 CalculationPlan planMap(const CalculationState& state);
 

@@ -5,9 +5,9 @@
 // Inputs that lead to a division by 0 are accepted. The results can therefore be infinite
 // or NaN, and the program shows them as they are.
 //
-// A map calculation runs a form on four pixels side by side. Each pixel still gets the
-// operations of the formula in their order, so the result is bit-identical to a loop
-// over single pixels. Sums that do not depend on the target are calculated once, from
+// A map calculation runs a form on four pixels side by side. The operations for each pixel
+// and their order are the same as for a single pixel, so the results are bit-identical to
+// a loop over single pixels. Sums that do not depend on the target are calculated once, from
 // the same terms in the same order.
 #pragma once
 
@@ -22,7 +22,7 @@ namespace analysis
 {
 
 /// The mut of a target or a reference at energy rows 0 and 1 and at the V row. With Lanes as
-/// @p Number, it contains four targets side by side.
+/// @p Number, each member contains the values of four targets.
 template <class Number>
 struct ThreeOf {
     Number at0{};

@@ -38,7 +38,7 @@ private:
     static constexpr int tableCount = 4;
 
     /// Largest number of bins for which tables are used. With more bins, clearing and adding
-    /// up the tables can take longer than the delayed increments.
+    /// up the tables can take more time than the tables save.
     static constexpr int maxTableBoxes = 1024;
 
     void countDirectly(const int* indices, int count);

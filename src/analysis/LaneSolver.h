@@ -68,7 +68,7 @@ struct LaneSystem {
     }
 };
 
-/// Solves four systems a x = b in place: b becomes x, in the order of the columns,
+/// Solves four systems a x = b in place: element k of b becomes the unknown of column k,
 /// and a is overwritten.
 ///
 /// Results are bit-identical to luDecompose(), forwardSolve() and backSolve() of

@@ -1,9 +1,9 @@
 // Vectors of four doubles (SIMD), and kernels compiled for several instruction sets.
 //
-// An operation on lanes is the same operation on four doubles, in the order of the
-// source. A fast path built from lanes is therefore bit-identical to the loop over
-// single pixels. No version contracts a multiplication and an addition into a fused
-// multiply-add, so the results do not depend on the instruction set.
+// An operation on lanes is the same operation on each of four doubles, and the order of
+// operations is as written in the source code. A fast path built from lanes is therefore
+// bit-identical to the loop over single pixels. No version of a kernel contracts a multiplication
+// and an addition into a fused multiply-add, so the results do not depend on the instruction set.
 #pragma once
 
 #include <array>

@@ -18,7 +18,7 @@ struct HistogramCounts;
 
 /// One energy-point row of a map calculation.
 struct MapPoint {
-    const A2DData* map = nullptr; ///< never null; its size can differ from the V row's map
+    const A2DData* map = nullptr; ///< never null; can differ in size from the V row's map
     double energy = 0.0;          ///< eV
     double r1 = 0.0;              ///< mut of the first reference
     double r2 = 0.0;              ///< mut of the second reference

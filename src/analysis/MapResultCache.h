@@ -32,9 +32,10 @@ public:
         QList<const A2DData*> maps; ///< never null
     };
 
-    /// Runs the calculation on the first call, if the inputs or the settings of the histograms
-    /// (limits and numbers of bins) differ from the latest run, or if @p result or a histogram
-    /// has changed since. Otherwise leaves the result and the histograms unchanged.
+    /// Runs the calculation, unless it would only repeat the latest run. A calculation is a
+    /// repetition if the inputs and the settings of the histograms (limits and numbers of
+    /// bins) are the same as in the latest run, and neither @p result nor a histogram has
+    /// changed since. A repetition leaves @p result and the histograms unchanged.
     ///
     /// @param start      called as start(); applies the current settings of the histograms and
     ///                   zeroes their counts

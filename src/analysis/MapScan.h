@@ -18,7 +18,7 @@ namespace analysis
 template <class ValueAt>
 std::optional<Limits> scanMap(const A2DData& map, ValueAt valueAt)
 {
-    data::clearUpperVectorHalves(); // without this, the loop is slow after a paint
+    data::clearUpperVectorHalves(); // prevents slow AVX-SSE transitions after a paint
     Limits found = emptyLimits;
     for (int y = 0; y < map.yNum; ++y) {
         for (int x = 0; x < map.xNum; ++x) {

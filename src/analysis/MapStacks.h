@@ -10,9 +10,9 @@ namespace analysis
 struct CalculationState;
 struct CollectedRows;
 
-/// The input of the four-points family for @p rows, which must have a V row. A row whose map
-/// is not loaded contributes what its map contains: no pixels, or what remains after a failed
-/// load. The caller can set MapStack::memory to keep caches for the next run.
+/// The input of the four-points family for @p rows, which must have a V row. The map of
+/// a row is used even if it is not loaded: it then has no pixels, or those that remain after a
+/// failed load. The caller can set MapStack::memory to keep caches for the next run.
 MapStack mapStack(const CalculationState& state, const CollectedRows& rows);
 
 /// The input of the non-equivalent method for all used rows, with or without a loaded map.

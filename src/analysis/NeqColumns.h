@@ -16,7 +16,7 @@ inline constexpr int c2 = mut0 + 2;         ///< coefficient of L^4 (Victoreen);
 inline constexpr int valence = mut0 + 3;    ///< sum of share times valence
 inline constexpr int totalDMut = mut0 + 4;  ///< sum of the four contributions to the edge jump
 
-/// Length of the list.
+/// Length of the list of values.
 inline constexpr int count = 2 * references + 5;
 
 } // namespace analysis::neq

@@ -109,8 +109,8 @@ public:
     /// zeroes the other elements of @p out.
     ///
     /// @param[in,out] x  the result of begin(); becomes the coefficients
-    /// @return the sum of coefficient times weight over the references. If it is 0, the
-    ///         shares are infinite or NaN
+    /// @return the sum of coefficient times weight over the references. If this sum is 0,
+    ///         the shares are infinite or NaN.
     template <std::size_t References, std::size_t Terms, class Number>
     [[gnu::always_inline]] inline Number finish(Size<References, Terms> /*of this fit*/,
                                                 std::array<Number, References + Terms>& x,

@@ -168,9 +168,9 @@ void fillLists(const BlockValues& values, std::span<double> lists)
     }
 }
 
-/// Shares one list of values between all pixels of a uniform block: in each map, these
-/// pixels have the same absorbance. Consecutive uniform blocks with equal absorbances also
-/// share one list.
+/// Shares one list of values between all pixels of a uniform block. A block is uniform if, in
+/// each map, all its pixels have the same absorbance. Consecutive uniform blocks with equal
+/// absorbances also share one list.
 ///
 /// This saves memory for a scan that was stopped early, whose maps contain fewer pixels than
 /// their size states, and for a masked map, in which many pixels have the same value.

@@ -21,7 +21,8 @@ std::span<A2DRow> startResult(A2DData& result, const A2DData& base)
     }
     result.rows.reserve(pixels);
     result.rows.resize(pixels);
-    data::clearUpperVectorHalves(); // without this, a calculation is slow after a paint
+    // Prevents slow AVX-SSE transitions in a calculation after a paint.
+    data::clearUpperVectorHalves();
     return result.rows;
 }
 
