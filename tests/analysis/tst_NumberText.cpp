@@ -81,7 +81,8 @@ double dyadic(Random& random)
     return std::ldexp(integer(random, -20'000'000, 20'000'000), -integer(random, 0, 24));
 }
 
-/// A double at or very near a decimal number of seven digits whose last digit is 5.
+/// A double that equals or almost equals a number with seven significant digits, the last of
+/// which is 5.
 double sevenDigitsEndingInFive(Random& random)
 {
     const double digits = 10.0 * integer(random, 100'000, 999'999) + 5.0;

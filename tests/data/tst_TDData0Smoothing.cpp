@@ -31,8 +31,8 @@ std::unique_ptr<TDData0> randomMap(int width, int height)
     return map;
 }
 
-/// The mean of the valid pixels that are at most @p nx columns and @p ny lines away, or
-/// nullopt if the pixel itself is invalid.
+/// The mean of the valid pixels that are at most @p nx columns and @p ny lines away from pixel
+/// (@p x, @p y), or nullopt if this pixel is invalid.
 std::optional<double> plainMean(const TDData0& map, int x, int y, int nx, int ny)
 {
     if (!map.validFlags[y * map.width + x]) {

@@ -38,7 +38,8 @@ void tst_MarkPlaces::placeIsTheTruncatedPixel_data()
 }
 
 // Random pixel positions on and around the widget are converted to data values.
-// MarkPlaces must convert these values to the truncated pixel positions of ChCoord.
+// MarkPlaces must convert these values to the truncated pixel positions of ChCoord, or to no
+// place if the position is 3 pixels or more outside the widget.
 void tst_MarkPlaces::placeIsTheTruncatedPixel()
 {
     QFETCH(double, x0);

@@ -41,7 +41,7 @@ void load(AXafsFileSelect* row, const QString& path)
     static_cast<AFileSelect*>(row)->newFile(path);
 }
 
-/// The plot area of @p plot. Its energy axis is from @p from to @p to (eV).
+/// The plot area of @p plot. Its energy axis extends from @p from to @p to (eV).
 PlotPlace plotAreaOf(const DispABase* plot, double from = lowestEv, double to = highestEv)
 {
     return {plot->DispA->size(), {from, 0.0, to, 1.0}};
