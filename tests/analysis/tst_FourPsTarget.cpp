@@ -45,8 +45,8 @@ private Q_SLOTS:
     void targetRunLeavesMapAndHistogramsUnchanged();
 
     void rowNumbersAreReadFromTheirFields();
-    void linearRadioAloneSelectsTheBackground_data();
-    void linearRadioAloneSelectsTheBackground();
+    void backgroundIsLinearExactlyIfTheLinearRadioIsChecked_data();
+    void backgroundIsLinearExactlyIfTheLinearRadioIsChecked();
 
     void refusedCalculationIsReportedAndChangesNoResult_data();
     void refusedCalculationIsReportedAndChangesNoResult();
@@ -211,7 +211,7 @@ void tst_FourPsTarget::rowNumbersAreReadFromTheirFields()
     QCOMPARE(panel.ui.CalcRes->text(), "3ps: a = 0.75, Valence = 2.25");
 }
 
-void tst_FourPsTarget::linearRadioAloneSelectsTheBackground_data()
+void tst_FourPsTarget::backgroundIsLinearExactlyIfTheLinearRadioIsChecked_data()
 {
     QTest::addColumn<bool>("linear");
     QTest::addColumn<bool>("victoreen");
@@ -223,7 +223,7 @@ void tst_FourPsTarget::linearRadioAloneSelectsTheBackground_data()
 
 // Target and pixels have a linear background. The Victoreen background (a constant, L^3 and L^4)
 // cannot fit a straight line at eight points, so it leads to other results.
-void tst_FourPsTarget::linearRadioAloneSelectsTheBackground()
+void tst_FourPsTarget::backgroundIsLinearExactlyIfTheLinearRadioIsChecked()
 {
     QFETCH(bool, linear);
     QFETCH(bool, victoreen);

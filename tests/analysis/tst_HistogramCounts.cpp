@@ -38,7 +38,7 @@ private Q_SLOTS:
     void valueIsCountedInItsBin();
     void valueHalfABinBelowTheLowerLimitIsInBinZero();
     void totalIsTheHighestCount();
-    void valuesOutsideDoNotRaiseTheHighestCount();
+    void valuesOutsideTheLimitsDoNotRaiseTheHighestCount();
     void valuesAreCountedBetweenDescendingLimits();
     void withOneBinEveryValueCountsAsBelow_data();
     void withOneBinEveryValueCountsAsBelow();
@@ -174,7 +174,7 @@ void tst_HistogramCounts::totalIsTheHighestCount()
     QCOMPARE(counts.total, 3);
 }
 
-void tst_HistogramCounts::valuesOutsideDoNotRaiseTheHighestCount()
+void tst_HistogramCounts::valuesOutsideTheLimitsDoNotRaiseTheHighestCount()
 {
     HistogramCounts counts = fourBins();
     for (int i = 0; i < 5; ++i) {

@@ -53,7 +53,7 @@ private Q_SLOTS:
     void fractionOutsideZeroToOneIsNotClamped();
     void quantitiesOfMissingPixelsAreZero_data();
     void quantitiesOfMissingPixelsAreZero();
-    void pixelRowsBeyondTheMapSizeAreRead();
+    void pixelsBeyondTheMapSizeAreRead();
     void quantitiesOfAnEmptyResultAreZero();
     void missingValuesReadAsZero_data();
     void missingValuesReadAsZero();
@@ -183,7 +183,7 @@ void tst_MapQuantity::quantitiesOfMissingPixelsAreZero()
 }
 
 // A pixel exists if it has a row, even if it is outside the size of the result.
-void tst_MapQuantity::pixelRowsBeyondTheMapSizeAreRead()
+void tst_MapQuantity::pixelsBeyondTheMapSizeAreRead()
 {
     A2DData result = usualResult(true);
     result.xNum = 1;

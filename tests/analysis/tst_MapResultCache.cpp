@@ -100,7 +100,7 @@ private Q_SLOTS:
     void changedSignOfZeroRunsTheCalculationAgain();
     void equalNaNInputsDoNotRunTheCalculationAgain();
     void resultIsNotSharedDuringTheCalculation();
-    void inputsChangedBackAreCalculatedAgain();
+    void inputsChangedAndRestoredAreCalculatedAgain();
     void inputsOfDifferentMethodsDiffer();
     void fourPointsInputsDifferAfterEveryChange_data();
     void fourPointsInputsDifferAfterEveryChange();
@@ -212,7 +212,7 @@ void tst_MapResultCache::resultIsNotSharedDuringTheCalculation()
     QVERIFY(!shared);
 }
 
-void tst_MapResultCache::inputsChangedBackAreCalculatedAgain()
+void tst_MapResultCache::inputsChangedAndRestoredAreCalculatedAgain()
 {
     FakeCalculation fake;
     fake.calculate();

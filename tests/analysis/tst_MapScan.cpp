@@ -40,7 +40,7 @@ private Q_SLOTS:
     void mapWithoutNumbersHasNoExtremes();
     void everyPixelIsReadOnce();
     void scanReadsTheGivenNumbersInsteadOfTheMapRows();
-    void linesWithoutColumnsAreSkipped();
+    void mapWithoutColumnsHasNoExtremesDespiteMaximumHeight();
 
     void positionInsideTheMapHasAPixel_data();
     void positionInsideTheMapHasAPixel();
@@ -119,7 +119,7 @@ void tst_MapScan::scanReadsTheGivenNumbersInsteadOfTheMapRows()
 }
 
 // A loop over the 2^31 - 1 empty lines would take seconds.
-void tst_MapScan::linesWithoutColumnsAreSkipped()
+void tst_MapScan::mapWithoutColumnsHasNoExtremesDespiteMaximumHeight()
 {
     QVERIFY(!scan(0, std::numeric_limits<int>::max(), {}));
     QVERIFY(!scan(-1, std::numeric_limits<int>::max(), {}));

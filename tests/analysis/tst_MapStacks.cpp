@@ -65,9 +65,9 @@ private Q_SLOTS:
     void baseRowWithoutMapGivesNoPixels();
     void rowWithoutMapIsFittedAsMinusOne();
     void rowWithAFailedReloadKeepsItsOldPixels();
-    void mutsOfTheRowsDoNotAffectTheMap();
-    void minimumNumberOfRowsDeterminesTheFit_data();
-    void minimumNumberOfRowsDeterminesTheFit();
+    void mutsOfTheEnergyRowsDoNotAffectTheMap();
+    void asManyRowsAsUnknownsDetermineTheFit_data();
+    void asManyRowsAsUnknownsDetermineTheFit();
 };
 
 void tst_MapStacks::stackContainsTheMapsAndNumbersOfItsRows()
@@ -252,7 +252,7 @@ void tst_MapStacks::rowWithAFailedReloadKeepsItsOldPixels()
     QVERIFY(!isQuarter(nonEquivalentMap(inputs)));
 }
 
-void tst_MapStacks::mutsOfTheRowsDoNotAffectTheMap()
+void tst_MapStacks::mutsOfTheEnergyRowsDoNotAffectTheMap()
 {
     PanelInputs inputs = mixedMaps({quarter});
     for (analysis::PointState& point : inputs.points) {
@@ -262,7 +262,7 @@ void tst_MapStacks::mutsOfTheRowsDoNotAffectTheMap()
     QVERIFY(isQuarter(nonEquivalentMap(inputs)));
 }
 
-void tst_MapStacks::minimumNumberOfRowsDeterminesTheFit_data()
+void tst_MapStacks::asManyRowsAsUnknownsDetermineTheFit_data()
 {
     QTest::addColumn<bool>("victoreen");
     QTest::addColumn<int>("references");
@@ -275,7 +275,7 @@ void tst_MapStacks::minimumNumberOfRowsDeterminesTheFit_data()
 }
 
 // With the smallest number of rows that a plan accepts, the fit determines all unknowns.
-void tst_MapStacks::minimumNumberOfRowsDeterminesTheFit()
+void tst_MapStacks::asManyRowsAsUnknownsDetermineTheFit()
 {
     QFETCH(bool, victoreen);
     QFETCH(int, references);

@@ -89,7 +89,7 @@ private Q_SLOTS:
     void fewerTargetValuesThanEnergiesFitTheFirstRows();
     void fifthReferenceIsIgnored();
     void missingWeightCountsAsZero();
-    void surplusSpectraAreIgnored();
+    void spectraBeyondTheUsedReferencesAreIgnored();
     void zeroTargetMakesEveryShareNaN();
     void equalReferencesGiveNonFiniteShares();
     void valenceIsTheSumOfSharesTimesValences();
@@ -278,7 +278,7 @@ void tst_NonEquivalent::missingWeightCountsAsZero()
     QCOMPARE(solved.out.at(1), 0.0);
 }
 
-void tst_NonEquivalent::surplusSpectraAreIgnored()
+void tst_NonEquivalent::spectraBeyondTheUsedReferencesAreIgnored()
 {
     const AMutE a = spectrum({1, 1});
     const ReferenceSet refs({{true, true, 2, 1}, {true, true, 3, 1}, {}, {}});

@@ -36,7 +36,7 @@ private Q_SLOTS:
     void copyOfAnEarlierResultIsUnchanged();
     void pixelsWithoutDataReadAsMinusOne();
     void uncachedAbsorbanceIsCalculated();
-    void oldValuesAreDroppedWhenTheResultGrows();
+    void valuesOfAnEarlierResultAreDroppedWhenTheResultGrows();
 };
 
 void tst_PixelBlocks::everyPixelIsInOneBlockInScanOrder()
@@ -165,7 +165,7 @@ void tst_PixelBlocks::uncachedAbsorbanceIsCalculated()
     }
 }
 
-void tst_PixelBlocks::oldValuesAreDroppedWhenTheResultGrows()
+void tst_PixelBlocks::valuesOfAnEarlierResultAreDroppedWhenTheResultGrows()
 {
     // Resizing the list of rows would leave the old values in its first row, so a new list is
     // needed.

@@ -27,9 +27,9 @@ class tst_ReferenceSet : public QObject
 private Q_SLOTS:
     void invalidReferencesCountAsUsed();
     void unusedReferenceIsSkippedByRatioAndValenceMix();
-    void rowsWithoutGapAllHaveCounterparts();
+    void referenceRowsWithoutAGapAllHaveCounterparts();
     void gapLeavesALaterRowWithoutCounterpart();
-    void rowWithInvalidCounterpartIsReturned();
+    void referenceRowWithAnInvalidCounterpartIsFound();
     void edgeJumpRatioIgnoresValidity();
     void edgeJumpRatioNeedsTwoUsedReferences();
     void edgeJumpRatioIsInfiniteIfTheSecondJumpIsZero();
@@ -71,7 +71,7 @@ void tst_ReferenceSet::unusedReferenceIsSkippedByRatioAndValenceMix()
     QCOMPARE(ReferenceSet(rows).valenceMix()(1.0), 2.0);
 }
 
-void tst_ReferenceSet::rowsWithoutGapAllHaveCounterparts()
+void tst_ReferenceSet::referenceRowsWithoutAGapAllHaveCounterparts()
 {
     QCOMPARE(ReferenceSet({reference(true, true), reference(true, true), reference(false, false)})
                  .rowWithoutValidCounterpart(),
@@ -93,7 +93,7 @@ void tst_ReferenceSet::gapLeavesALaterRowWithoutCounterpart()
              2);
 }
 
-void tst_ReferenceSet::rowWithInvalidCounterpartIsReturned()
+void tst_ReferenceSet::referenceRowWithAnInvalidCounterpartIsFound()
 {
     QCOMPARE(
         ReferenceSet({reference(true, true), reference(true, false)}).rowWithoutValidCounterpart(),

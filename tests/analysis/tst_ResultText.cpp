@@ -186,7 +186,7 @@ private Q_SLOTS:
     void emptyMapHasNoTable();
     void emptyExtendedMapHasOnlyItsHeading();
     void fractionOfAPixelWithoutDataIsWrittenAsZero();
-    void rowsBeyondTheSizeAreNotWritten();
+    void pixelsBeyondTheSizeOfTheMapAreNotWritten();
     void pixelsAreFoundByPositionNotByCoordinate();
     void mapsWithoutPixelsHaveEmptyTables_data();
     void mapsWithoutPixelsHaveEmptyTables();
@@ -404,7 +404,7 @@ void tst_ResultText::fractionOfAPixelWithoutDataIsWrittenAsZero()
                      "\n");
 }
 
-void tst_ResultText::rowsBeyondTheSizeAreNotWritten()
+void tst_ResultText::pixelsBeyondTheSizeOfTheMapAreNotWritten()
 {
     const A2DData map = mapOf(1, 1, {{5, 6, 1, 2, {}}, {7, 8, 1, 2, {}}});
     QVERIFY(!textOf(map, {}).contains('8'));

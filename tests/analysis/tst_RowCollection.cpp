@@ -45,7 +45,7 @@ private Q_SLOTS:
     void firstTwoUsedReferencesAreCollected();
     void earlierOfTwoVRowsIsLeftOut();
     void fewerThanTwoUsedReferencesCollectNothing();
-    void missingVRowIsNotCountedAsUsable();
+    void usableCountsNoVRowIfThereIsNone();
 };
 
 void tst_RowCollection::usedRowWithoutMapIsSelectedForTheTargetOnly()
@@ -136,7 +136,7 @@ void tst_RowCollection::fewerThanTwoUsedReferencesCollectNothing()
     }
 }
 
-void tst_RowCollection::missingVRowIsNotCountedAsUsable()
+void tst_RowCollection::usableCountsNoVRowIfThereIsNone()
 {
     const CollectedRows rows =
         analysis::collectRowsLS({point(true, false, true, 100)}, references(true, true, false));

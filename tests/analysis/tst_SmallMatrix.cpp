@@ -193,7 +193,7 @@ private Q_SLOTS:
     void functionsDoNothingForASizeBelowOne();
 
     void solutionForTheIdentityIsTheRightSide();
-    void largestEntryInRowTwoBecomesTheFirstPivot();
+    void largestEntryBecomesTheFirstPivotEvenInTheLastRow();
     void factorsAreStoredInPermutedRows();
     void decomposeLeavesTheMatrixUnchanged();
     void pivotHasTheLargestAbsoluteValue();
@@ -370,7 +370,7 @@ void tst_SmallMatrix::solutionForTheIdentityIsTheRightSide()
     QCOMPARE(s.perm, (Indices{0, 1, 2}));
 }
 
-void tst_SmallMatrix::largestEntryInRowTwoBecomesTheFirstPivot()
+void tst_SmallMatrix::largestEntryBecomesTheFirstPivotEvenInTheLastRow()
 {
     // x = 1, y = 2, z = 3
     const Solution s = solved({{1, 2, 0}, {2, 0, 1}, {4, 0, 0}}, {5, 5, 4});

@@ -88,12 +88,12 @@ private Q_SLOTS:
     void equalTargetValuesGiveNaN();
 
     void nonEquivalentMixtureIsRecovered();
-    void partsStoreTheirReferenceRows();
+    void everyPartStoresTheIndexOfItsReferenceRow();
     void mixturesOfThreeAndFourReferencesAreRecovered_data();
     void mixturesOfThreeAndFourReferencesAreRecovered();
     void targetEqualToTheFirstReferenceHasShareOne();
     void victoreenBackgroundIsSeparatedFromTheMixture();
-    void mutsOfTheRowsDoNotAffectTheTarget();
+    void mutsOfTheEnergyRowsDoNotAffectTheTarget();
     void chosenLinesAreSubtractedFromTheSpectra();
     void vRowIsFittedLikeTheOtherRows();
     void zeroEnergyGivesNaN();
@@ -195,7 +195,7 @@ void tst_TargetResult::nonEquivalentMixtureIsRecovered()
     QVERIFY(isQuarter(result));
 }
 
-void tst_TargetResult::partsStoreTheirReferenceRows()
+void tst_TargetResult::everyPartStoresTheIndexOfItsReferenceRow()
 {
     // References 1 and 2 of the mixture are in rows 2 and 4; rows 1 and 3 are valid, but not
     // used.
@@ -261,7 +261,7 @@ void tst_TargetResult::victoreenBackgroundIsSeparatedFromTheMixture()
     QVERIFY(!isQuarter(linear(mixedInputs(curvedQuarter, 2, 8))));
 }
 
-void tst_TargetResult::mutsOfTheRowsDoNotAffectTheTarget()
+void tst_TargetResult::mutsOfTheEnergyRowsDoNotAffectTheTarget()
 {
     PanelInputs inputs = mixedInputs(quarter);
     for (analysis::PointState& point : inputs.points) {

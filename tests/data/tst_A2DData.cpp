@@ -55,7 +55,7 @@ private Q_SLOTS:
     void deriveSizeCountsTheFirstLineAndColumn();
 
     void rowValuesCopiesAValidRow();
-    void rowValuesOutsideTheRowsAreZerosOfTheSameLength();
+    void rowValuesOfAMissingRowFillsTheListWithZeros();
 
     void sizeBoundLimitsPixelsAndSides_data();
     void sizeBoundLimitsPixelsAndSides();
@@ -65,8 +65,8 @@ private Q_SLOTS:
     void pixelMutFollowsFromIntensityAndI0_data();
     void pixelMutFollowsFromIntensityAndI0();
     void pixelIsFoundByPositionNotByCoordinates();
-    void pixelOutsideTheRowsIsMinusOne_data();
-    void pixelOutsideTheRowsIsMinusOne();
+    void mutOfAPixelWithoutDataIsMinusOne_data();
+    void mutOfAPixelWithoutDataIsMinusOne();
     void pixelPositionIsCalculatedIn64Bits();
 };
 
@@ -131,7 +131,7 @@ void tst_A2DData::rowValuesCopiesAValidRow()
     QVERIFY(out.isEmpty());
 }
 
-void tst_A2DData::rowValuesOutsideTheRowsAreZerosOfTheSameLength()
+void tst_A2DData::rowValuesOfAMissingRowFillsTheListWithZeros()
 {
     A2DData map = mapAt({{0, 0}, {1, 0}});
     map.rows[0].values = map.rows[1].values = {1.0};
@@ -244,7 +244,7 @@ void tst_A2DData::pixelIsFoundByPositionNotByCoordinates()
     QCOMPARE(data::pixelMut(map, -1, 1), 2.0);
 }
 
-void tst_A2DData::pixelOutsideTheRowsIsMinusOne_data()
+void tst_A2DData::mutOfAPixelWithoutDataIsMinusOne_data()
 {
     QTest::addColumn<int>("x");
     QTest::addColumn<int>("y");
@@ -256,7 +256,7 @@ void tst_A2DData::pixelOutsideTheRowsIsMinusOne_data()
     QTest::newRow("smallest") << std::numeric_limits<int>::min() << std::numeric_limits<int>::min();
 }
 
-void tst_A2DData::pixelOutsideTheRowsIsMinusOne()
+void tst_A2DData::mutOfAPixelWithoutDataIsMinusOne()
 {
     QFETCH(int, x);
     QFETCH(int, y);

@@ -199,7 +199,7 @@ private Q_SLOTS:
     void plainFileIsRead_data();
     void plainFileIsRead();
     void plainFileAnglesUseTheDefaultCrystal();
-    void plainLineOfWordsKeepsTheExtremesOfTheAngle();
+    void lineOfWordsDoesNotAffectTheExtremesOfTheAngle();
     void plainFileKeepsPointsThatTheCrystalCannotReflect();
 
     // The beamline format
@@ -210,7 +210,7 @@ private Q_SLOTS:
     void beamlineWithoutSpacingUsesTheDefaultCrystal();
     void crystalSpacingIsReadFromTheBeamlineFile_data();
     void crystalSpacingIsReadFromTheBeamlineFile();
-    void spacingInTheDataChangesLaterRowsOnly();
+    void crystalSpacingInADataLineAffectsOnlyLaterLines();
     void beamlineFileWithoutUsableRowsFails_data();
     void beamlineFileWithoutUsableRowsFails();
     void zeroTransmissionIsKeptAndWidensTheExtremes();
@@ -228,11 +228,11 @@ private Q_SLOTS:
     void lineOfTwoMegabytesGivesAtMostOnePoint();
     void lineOf16MiBIsRead_data();
     void lineOf16MiBIsRead();
-    void longerLineIsRefused_data() { lineOf16MiBIsRead_data(); }
-    void longerLineIsRefused();
+    void lineOver16MiBIsRefused_data() { lineOf16MiBIsRead_data(); }
+    void lineOver16MiBIsRefused();
     void deviceIsReadLikeAFile_data();
     void deviceIsReadLikeAFile();
-    void deviceIsReadFromItsPosition();
+    void deviceIsReadFromTheCurrentPosition();
 
 private:
     QString write(const QByteArray& content);
@@ -471,7 +471,7 @@ void tst_AMutEFiles::plainFileAnglesUseTheDefaultCrystal()
     QCOMPARE(spectrum.minAngle, angles(spectrum)[1]);
 }
 
-void tst_AMutEFiles::plainLineOfWordsKeepsTheExtremesOfTheAngle()
+void tst_AMutEFiles::lineOfWordsDoesNotAffectTheExtremesOfTheAngle()
 {
     AMutE words;
     QVERIFY(read(&words, "Energy mut\n"));
@@ -640,7 +640,7 @@ void tst_AMutEFiles::crystalSpacingIsReadFromTheBeamlineFile()
             std::fabs(spectrum.points.at(0).energy / expected - 1.0) < 3e-11);
 }
 
-void tst_AMutEFiles::spacingInTheDataChangesLaterRowsOnly()
+void tst_AMutEFiles::crystalSpacingInADataLineAffectsOnlyLaterLines()
 {
     AMutE spectrum;
     QVERIFY(read(&spectrum, beamline("Mode 0 0 1 2", "0 30 0 800 100 D= 2\n0 30 0 800 100\n")));
@@ -845,7 +845,7 @@ void tst_AMutEFiles::lineOf16MiBIsRead()
     QCOMPARE(spectrum.points.size(), 1);
 }
 
-void tst_AMutEFiles::longerLineIsRefused()
+void tst_AMutEFiles::lineOver16MiBIsRefused()
 {
 #ifdef __SANITIZE_ADDRESS__
     QSKIP("takes minutes with AddressSanitizer's realloc()");
@@ -887,7 +887,7 @@ void tst_AMutEFiles::deviceIsReadLikeAFile()
     QVERIFY(!device.isTextModeEnabled());
 }
 
-void tst_AMutEFiles::deviceIsReadFromItsPosition()
+void tst_AMutEFiles::deviceIsReadFromTheCurrentPosition()
 {
     QByteArray content = "9809\n8300 0.5\n";
     QBuffer device(&content);

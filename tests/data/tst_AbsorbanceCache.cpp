@@ -65,7 +65,7 @@ private Q_SLOTS:
     void cachedValuesEqualTheAbsorbanceOfThePixels_data();
     void cachedValuesEqualTheAbsorbanceOfThePixels();
     void absorbanceMatchesAHandCalculation();
-    void sizeOfTheMapHasNoEffect();
+    void widthAndHeightOfTheMapDoNotAffectTheValues();
     void unpreparedMapHasNoValues();
     void emptyMapsHaveNoAbsorbance();
     void mapListedTwiceHasOneArray();
@@ -118,7 +118,7 @@ void tst_AbsorbanceCache::absorbanceMatchesAHandCalculation()
     QCOMPARE(cache.of(map)[2], 0.0); // ln(1)
 }
 
-void tst_AbsorbanceCache::sizeOfTheMapHasNoEffect()
+void tst_AbsorbanceCache::widthAndHeightOfTheMapDoNotAffectTheValues()
 {
     A2DData map = absorbanceMap(3, 1, {1, 2, 3});
     AbsorbanceCache cache;

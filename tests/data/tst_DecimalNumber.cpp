@@ -98,7 +98,7 @@ private Q_SLOTS:
     void readingStopsAfterTheNumber();
     void numbersAtLimitsMatchQt_data();
     void numbersAtLimitsMatchQt();
-    void everyPositionOfThePointMatchesQt();
+    void everyPositionOfTheDecimalPointMatchesQt();
     void randomTextsMatchQt();
     void randomMantissasMatchQt();
 };
@@ -206,7 +206,7 @@ void tst_DecimalNumber::numbersAtLimitsMatchQt()
     QVERIFY(sameAsQt(text));
 }
 
-void tst_DecimalNumber::everyPositionOfThePointMatchesQt()
+void tst_DecimalNumber::everyPositionOfTheDecimalPointMatchesQt()
 {
     Random random(13);
     for (int count = 1; count <= 25; ++count) {

@@ -27,7 +27,7 @@ private Q_SLOTS:
     void valuesOnlyWidenTheLimits();
     void nanLimitsAreKept();
     void zeroLimitKeepsItsSign();
-    void separateExtremesAreWidened();
+    void minimumAndMaximumInSeparateVariablesAreWidened();
 };
 
 void tst_Limits::initialLimitsAreReversed()
@@ -75,7 +75,7 @@ void tst_Limits::zeroLimitKeepsItsSign()
     QVERIFY(std::signbit(limits.low) && std::signbit(limits.high));
 }
 
-void tst_Limits::separateExtremesAreWidened()
+void tst_Limits::minimumAndMaximumInSeparateVariablesAreWidened()
 {
     double low = 1.0;
     double high = 2.0;

@@ -25,8 +25,8 @@ class tst_LineScan : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void smallMapIsNotSuspected();
-    void lineOf16MiBIsNotSuspected();
+    void smallMapIsNotRefused();
+    void lineOf16MiBIsNotRefused();
     void lineOver16MiBMayBeRefused_data();
     void lineOver16MiBMayBeRefused();
     void manyCommentsMayBeRefused_data();
@@ -34,13 +34,13 @@ private Q_SLOTS:
     void manyDataLinesAreNotRefused();
 };
 
-void tst_LineScan::smallMapIsNotSuspected()
+void tst_LineScan::smallMapIsNotRefused()
 {
     QVERIFY(!mayBeRefused({}));
     QVERIFY(!mayBeRefused("# X-NUM 1\n# Y-NUM 1\n1 2 3\n"));
 }
 
-void tst_LineScan::lineOf16MiBIsNotSuspected()
+void tst_LineScan::lineOf16MiBIsNotRefused()
 {
     QVERIFY(!mayBeRefused(QByteArray(maxLineLength, '1')));
     QVERIFY(!mayBeRefused("1 2 3\n" + QByteArray(maxLineLength, ' ') + "\n1 2 3\n"));

@@ -119,7 +119,7 @@ private Q_SLOTS:
     void wordsAfterTheFourthAreIgnored();
     void lineOfFewerThanThreeWordsIsSkipped();
     void unparsableWordReadsAsZero();
-    void blankLineIsSkippedInEveryKind();
+    void blankLineIsSkippedInEveryFormat();
     void anyWhiteSpaceSeparatesWords();
 
     void firstLine1306DoesNotSelectAnotherFormat();
@@ -127,7 +127,7 @@ private Q_SLOTS:
     void firstLine2003901SelectsChannels();
 
     void channelNumbersStartAfterTheCoordinates();
-    void channelFileWithoutColumnLinesTakesIAndI0FromTheSameWord();
+    void channelFileWithoutColumnHeaderLinesReadsIAndI0FromTheSameWord();
     void tooShortChannelLineIsSkipped();
     void columnHeaderLineAffectsOnlyLaterRows();
     void columnNumberIsReadAfterTheFirstColon_data();
@@ -162,10 +162,10 @@ private Q_SLOTS:
     void lineOf16MiBIsRead_data();
     void lineOf16MiBIsRead();
     void lineLengthIsCountedInUtf16CodeUnits();
-    void longerLineIsRefused_data() { lineOf16MiBIsRead_data(); }
-    void longerLineIsRefused();
+    void lineOver16MiBIsRefused_data() { lineOf16MiBIsRead_data(); }
+    void lineOver16MiBIsRefused();
     void commentLinesOf64MiBAreKept();
-    void moreCommentLinesAreRefused();
+    void commentLinesOver64MiBAreRefused();
     void memoryOverheadOfShortCommentLinesIsCounted();
     void memoryOfARefusedMapIsReleased();
     void maximumNumberOfRowsIsRead_data();
@@ -228,7 +228,7 @@ void tst_MapTextReader::unparsableWordReadsAsZero()
     QCOMPARE(fields(got.map), (Fields{{1, 0, 0, 4}, {5, 6, 0, 0}}));
 }
 
-void tst_MapTextReader::blankLineIsSkippedInEveryKind()
+void tst_MapTextReader::blankLineIsSkippedInEveryFormat()
 {
     for (const QByteArray firstLine : {"# 1306\n", "# 2003901\n", "# any\n", ""}) {
         const Reading got =
@@ -290,7 +290,7 @@ void tst_MapTextReader::channelNumbersStartAfterTheCoordinates()
     QCOMPARE(fields(got.map), (Fields{{1, 2, 10, 12}}));
 }
 
-void tst_MapTextReader::channelFileWithoutColumnLinesTakesIAndI0FromTheSameWord()
+void tst_MapTextReader::channelFileWithoutColumnHeaderLinesReadsIAndI0FromTheSameWord()
 {
     const Reading got = read("# 2003901\n1 2 10 11\n2 2 -0.5 3\n");
     QVERIFY(got.good);
@@ -636,7 +636,7 @@ void tst_MapTextReader::lineLengthIsCountedInUtf16CodeUnits()
     QVERIFY(!reads("\xFF", 16777216));
 }
 
-void tst_MapTextReader::longerLineIsRefused()
+void tst_MapTextReader::lineOver16MiBIsRefused()
 {
     QFETCH(QByteArray, start);
     const qsizetype mark = start.startsWith('\xEF') ? 3 : 0;
@@ -662,7 +662,7 @@ void tst_MapTextReader::commentLinesOf64MiBAreKept()
     QCOMPARE(got.map.headerLines.size(), 65);
 }
 
-void tst_MapTextReader::moreCommentLinesAreRefused()
+void tst_MapTextReader::commentLinesOver64MiBAreRefused()
 {
     const QByteArray line = QByteArray("#").leftJustified(1048576 - 64, ' ') + '\n';
     QVERIFY(read("1 2 3\n" + line.repeated(64)).map.headerLines.size() == 64);

@@ -58,7 +58,7 @@ private Q_SLOTS:
     void copySetsTheActiveRegion();
     void copySkipsPixelsOutsideEitherMap_data();
     void copySkipsPixelsOutsideEitherMap();
-    void copySkipsPixelsMissingInAList();
+    void copySkipsPixelsBeyondTheEndOfAShortList();
 
     void maskItemReportsItsKind();
     void maskItemsAreDeepCopiedInOrder();
@@ -252,7 +252,7 @@ void TestTDData0::copySkipsPixelsOutsideEitherMap()
     QTEST(dest.data, "pixels");
 }
 
-void TestTDData0::copySkipsPixelsMissingInAList()
+void TestTDData0::copySkipsPixelsBeyondTheEndOfAShortList()
 {
     const auto map = countedMap(2, 2);
     map->data.resize(3);

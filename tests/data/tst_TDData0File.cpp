@@ -143,8 +143,8 @@ private Q_SLOTS:
     void savedHeaderAlwaysHasPadding();
     void saveLogsTheHeaderAndItsLength();
     void identifierIsWrittenAsLatin1AndReadAsUtf8();
-    void mapWithoutPixelsSavesTheTextOnly();
-    void mapWithoutPixelsLoadsWithTheInitialExtremes();
+    void fileOfAMapWithoutPixelsHasOnlyTheHeader();
+    void fileOfAMapWithoutPixelsIsLoadedWithTheInitialExtremes();
     void identifierIsRestored_data();
     void identifierIsRestored();
     void extremesAreRestoredWithSixDigits();
@@ -265,7 +265,7 @@ void TestTDData0File::identifierIsWrittenAsLatin1AndReadAsUtf8()
     QCOMPARE(loaded.dataId, u"\ufffdt ?"_qs);
 }
 
-void TestTDData0File::mapWithoutPixelsSavesTheTextOnly()
+void TestTDData0File::fileOfAMapWithoutPixelsHasOnlyTheHeader()
 {
     const DebugLog log;
     const TDData0 map(0, 0);
@@ -281,7 +281,7 @@ void TestTDData0File::mapWithoutPixelsSavesTheTextOnly()
                                         "END_OF_HEADER:\n");
 }
 
-void TestTDData0File::mapWithoutPixelsLoadsWithTheInitialExtremes()
+void TestTDData0File::fileOfAMapWithoutPixelsIsLoadedWithTheInitialExtremes()
 {
     const DebugLog log;
     const QString path = m_dir->filePath("map.2dp");

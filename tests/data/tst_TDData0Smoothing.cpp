@@ -110,13 +110,13 @@ private Q_SLOTS:
     void smoothingGivesTheMeanOfTheWindow();
     void meanAtTheMapBorderUsesOnlyPixelsInsideTheMap();
     void invalidPixelsAreSkipped();
-    void invalidPixelsKeepTheValueOfTheTarget();
+    void invalidPixelsDoNotChangeTheTargetMap();
     void nanRemainsInTheRunningSumToTheEndOfTheLine();
     void extremesAreWidenedByTheMeansOnly();
     void negativeWindowWritesNothing();
     void hugeWindowIsLimitedToTheLine();
     void smallerTargetReceivesThePixelsInsideIt();
-    void pixelsMissingInAListAreSkipped();
+    void pixelsBeyondTheEndOfAShortListAreSkipped();
 
     void smoothingWithoutWindowsCopiesTheMap_data();
     void smoothingWithoutWindowsCopiesTheMap();
@@ -180,7 +180,7 @@ void TestTDData0Smoothing::invalidPixelsAreSkipped()
     QCOMPARE(dest.validFlags, QList<bool>({true, false, true, true}));
 }
 
-void TestTDData0Smoothing::invalidPixelsKeepTheValueOfTheTarget()
+void TestTDData0Smoothing::invalidPixelsDoNotChangeTheTargetMap()
 {
     const auto map = line({2, 1000, 4});
     map->validFlags[1] = false;
@@ -251,7 +251,7 @@ void TestTDData0Smoothing::smallerTargetReceivesThePixelsInsideIt()
     QCOMPARE(destAlongY.data, QList<double>({6, 12}));
 }
 
-void TestTDData0Smoothing::pixelsMissingInAListAreSkipped()
+void TestTDData0Smoothing::pixelsBeyondTheEndOfAShortListAreSkipped()
 {
     const auto map = line({2, 4, 12, 32});
     map->data.resize(2);

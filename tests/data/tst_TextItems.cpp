@@ -17,7 +17,7 @@ private Q_SLOTS:
     void nextItemSplitsOffTheFirstItem_data();
     void nextItemSplitsOffTheFirstItem();
     void itemsAreSeparatedByTheWhiteSpaceOfRegularExpressions();
-    void lineOfBlanksHasAnEmptyRest();
+    void nextItemOfALineOfBlanksReturnsAnEmptyRest();
     void adjacentQuotedItemsAreTwoItems();
     void unclosedQuoteIsReported();
     void quoteAtTheEndOfALineIsReported();
@@ -27,8 +27,8 @@ private Q_SLOTS:
     void splitItemsDropsEmptyItems();
     void splitItemsAfterKeepsEmptyItems();
     void splitItemsAfterDoesNotCompareThePrefix();
-    void itemsAfterKeyCountsItems_data();
-    void itemsAfterKeyCountsItems();
+    void itemsAfterKeyReturnsWhetherThereAreEnoughItems_data();
+    void itemsAfterKeyReturnsWhetherThereAreEnoughItems();
     void itemsAfterKeyIgnoresOtherLines();
     void longLineIsReadInOnePass();
 
@@ -56,14 +56,14 @@ private Q_SLOTS:
 
     void endsWithBackslashCutsTheLineBeforeTheBackslash_data();
     void endsWithBackslashCutsTheLineBeforeTheBackslash();
-    void dropBackslashRemovesAtMostTwo_data();
-    void dropBackslashRemovesAtMostTwo();
+    void dropBackslashRemovesAtMostTwoBackslashes_data();
+    void dropBackslashRemovesAtMostTwoBackslashes();
 
     void numberTestsDistinguishRealsIntegersAndDigits_data();
     void numberTestsDistinguishRealsIntegersAndDigits();
     void paddedAddsAtMost101Blanks_data();
     void paddedAddsAtMost101Blanks();
-    void blanksAreAtMost101();
+    void blanksReturnsAtMost101Blanks();
     void withThousandsInsertsCommasBeforeThePoint_data();
     void withThousandsInsertsCommasBeforeThePoint();
 };
@@ -114,7 +114,7 @@ void TestTextItems::itemsAreSeparatedByTheWhiteSpaceOfRegularExpressions()
     }
 }
 
-void TestTextItems::lineOfBlanksHasAnEmptyRest()
+void TestTextItems::nextItemOfALineOfBlanksReturnsAnEmptyRest()
 {
     QString rest = "   ";
     QString item;
@@ -191,7 +191,7 @@ void TestTextItems::splitItemsAfterDoesNotCompareThePrefix()
     QCOMPARE(data::splitItemsAfter("ab", "xyz"), QStringList());
 }
 
-void TestTextItems::itemsAfterKeyCountsItems_data()
+void TestTextItems::itemsAfterKeyReturnsWhetherThereAreEnoughItems_data()
 {
     QTest::addColumn<int>("minCount");
     QTest::addColumn<bool>("enough");
@@ -200,7 +200,7 @@ void TestTextItems::itemsAfterKeyCountsItems_data()
     QTest::newRow("more required") << 4 << false;
 }
 
-void TestTextItems::itemsAfterKeyCountsItems()
+void TestTextItems::itemsAfterKeyReturnsWhetherThereAreEnoughItems()
 {
     QFETCH(int, minCount);
     QStringList items = {"old"};
@@ -469,7 +469,7 @@ void TestTextItems::endsWithBackslashCutsTheLineBeforeTheBackslash()
     QTEST(line, "shortened");
 }
 
-void TestTextItems::dropBackslashRemovesAtMostTwo_data()
+void TestTextItems::dropBackslashRemovesAtMostTwoBackslashes_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("expected");
@@ -479,7 +479,7 @@ void TestTextItems::dropBackslashRemovesAtMostTwo_data()
     tests::addTexts("three", {"a\\\\\\", "a\\"});
 }
 
-void TestTextItems::dropBackslashRemovesAtMostTwo()
+void TestTextItems::dropBackslashRemovesAtMostTwoBackslashes()
 {
     QFETCH(QString, line);
     const QString result = data::dropBackslash(line);
@@ -551,7 +551,7 @@ void TestTextItems::paddedAddsAtMost101Blanks()
     QTEST(result, "expected");
 }
 
-void TestTextItems::blanksAreAtMost101()
+void TestTextItems::blanksReturnsAtMost101Blanks()
 {
     QCOMPARE(data::blanks(0), "");
     QCOMPARE(data::blanks(-1), "");

@@ -150,8 +150,8 @@ private Q_SLOTS:
     void writeDoesNotChangeTheNeighbours();
     void lastOwnerCanChangeItsList_data() { addWrites(); }
     void lastOwnerCanChangeItsList();
-    void writtenListIsReplacedByTheNextFill_data() { addWrites(); }
-    void writtenListIsReplacedByTheNextFill();
+    void changedListIsReplacedByTheNextFill_data() { addWrites(); }
+    void changedListIsReplacedByTheNextFill();
 
     void refillWritesRowsGivenInAnotherOrder();
     void refillWritesARowThatWasCopiedBefore();
@@ -401,7 +401,7 @@ void tst_ValueBlocks::lastOwnerCanChangeItsList()
     }
 }
 
-void tst_ValueBlocks::writtenListIsReplacedByTheNextFill()
+void tst_ValueBlocks::changedListIsReplacedByTheNextFill()
 {
     QFETCH(Write, write);
     ValueBlocks blocks;
