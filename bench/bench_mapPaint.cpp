@@ -93,7 +93,7 @@ void paint(benchmark::State& state, const QList<DispArea*>& surfaces)
 }
 
 /// Reference implementation of a map: four coordinate conversions and one fillRect() per
-/// map pixel, for visible and invisible pixels.
+/// map pixel, even if the pixel is outside the view.
 template <class ColorAt>
 void plainCells(QPainter* p, const ChCoord& cc, ColorAt colorAt)
 {
@@ -155,8 +155,8 @@ struct SpreadPanel : ResultPanel {
     }
 };
 
-/// Reference implementation of the plot of thickness against valence: two circles per
-/// point, for visible and invisible points.
+/// Reference implementation of the plot of thickness against valence: draws two circles for
+/// every point, even if the point is outside the view or covered by other points.
 class PlainThickness : public display::Graph
 {
 public:

@@ -66,9 +66,6 @@ function(aelk_precompile target)
   endif()
 endfunction()
 
-# Precompiles the headers that most tests include, for all test programs that use the
-# given library. Without this, the headers take half of the compile time of a test.
-#
 # Qt defines macros with the folders of each test. They are undefined here because
 # programs can share precompiled headers only if their macros are equal; no test uses
 # them.
@@ -77,6 +74,9 @@ if(AELK_SANITIZE)
   # -O0 instead of -O1, because compiling a test takes longer than running it.
   list(APPEND AELK_TEST_OPTIONS -O0)
 endif()
+
+# Precompiles the headers in ARGN for all test programs that use the given library. Without
+# this, the headers take half of the compile time of a test.
 function(aelk_add_test_headers name library)
   set(source ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp)
   file(CONFIGURE OUTPUT ${source} CONTENT "// Only for its precompiled headers.\n")

@@ -105,7 +105,8 @@ void checkPoints(const AMutE& record, bool isRead, const QByteArray& bytes)
     checkExtremes(record);
 }
 
-/// Reads the file into a spectrum that already contains another file.
+/// Reads the second half of the file into a spectrum and then the whole file. The result must
+/// be the same as @p first, which was read into an empty spectrum.
 void checkSecondRead(const AMutE& first, const QByteArray& bytes)
 {
     AMutE record = recordFor(bytes);

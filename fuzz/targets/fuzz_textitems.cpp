@@ -79,8 +79,9 @@ void checkComment(const QString& line)
 
 /// The documented formula: leading white space is removed, and the rest is cut to n - 1
 /// characters, where n is the index of the last non-blank character in the untrimmed
-/// line. On purpose, n counts the leading white space, too: without it, the cut removes the
-/// last two characters of the text; after one blank, the last one; after more, none.
+/// line. On purpose, n counts the leading white space, too. So a text without leading blanks
+/// loses its last two characters, a text after one blank loses the last character, and a text
+/// after two or more blanks loses none.
 void checkTrimmed(const QString& line)
 {
     qsizetype first = 0;

@@ -32,7 +32,8 @@ struct LinearFit {
     QList<double> fractions; ///< coefficients of the references divided by their sum
     double valence = 0.0;    ///< sum of coefficient times valence, not normalised
     double base = 0.0;       ///< the fitted constant
-    QList<MutPoint> curve;   ///< per target point in the range: angle, working energy, fitted value
+    QList<MutPoint> curve; ///< one point for each target point in the range: angle, working energy,
+                           ///< fitted value
 };
 
 /// Fits @p target by a linear combination of @p references and a constant: least

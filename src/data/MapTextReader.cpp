@@ -25,10 +25,11 @@ namespace data
 namespace
 {
 
-// The reference implementation reads a QTextStream in text mode, simplifies each line,
-// splits it at white space and converts the words with QString::toDouble. Data lines
-// of plain ASCII, which are nearly all lines of a real map, take a fast path with
-// the same result: their words are found and converted as bytes, in place.
+// The reference implementation (tests/support/PlainMapReader.h) reads a QTextStream in text
+// mode, simplifies each line, splits it at white space and converts the words with
+// QString::toDouble. Data lines of plain ASCII, which are nearly all lines of a real map,
+// take a fast path with the same result: their words are found and converted as bytes, in
+// place.
 
 /// Decodes a line of UTF-8 that ends with a line feed. The line feed and all carriage
 /// returns are dropped.

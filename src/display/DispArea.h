@@ -53,9 +53,10 @@ Q_SIGNALS:
     /// The mouse moved with the left button down. Not emitted if Shift, Control or Alt
     /// was down at the press.
     void mDragging(MouseC* m);
-    /// Any button was released.
+    /// A mouse button was released. Emitted for all buttons.
     void mReleased(MouseC* m);
-    /// Any button was double-clicked; the view returns to the automatic range.
+    /// A mouse button was double-clicked; the view returns to the automatic range. Emitted for
+    /// all buttons.
     void mDClicked(MouseC* m);
 
 protected:

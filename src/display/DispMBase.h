@@ -60,7 +60,7 @@ Q_SIGNALS:
     void mDClicked(MouseC* m);       ///< forwards DispArea::mDClicked()
 
 protected:
-    /// Gives the focus to the frame itself when the window opens.
+    /// Gives the focus to the frame itself when the window opens, not to one of its line edits.
     void showEvent(QShowEvent* event) override;
 
 private:
