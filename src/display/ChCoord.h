@@ -94,9 +94,9 @@ public:
     /// none of the first 24 products is wide enough, returns @p base times 10^8.
     double tickStep(double base, double minPixels) const;
 
-    /// Returns the result of tickStep() for the y axis, although tickStep() uses the scale
-    /// of the x axis. This is on purpose: the same arguments give the same tick distance
-    /// (data values) on both axes.
+    /// Returns tickStep() with the same arguments. On purpose the distance between ticks on
+    /// the y axis (data values) is also calculated with the scale of the x axis, so it is the
+    /// same on both axes.
     double tickStepY(double base, double minPixels) const;
 
     /// Returns the height of a line of text: the height of the plot area divided by
