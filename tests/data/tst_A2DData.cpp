@@ -51,23 +51,23 @@ private Q_SLOTS:
     void newMapIsEmpty();
     void clearKeepsTheExtendedFlag();
 
-    void deriveSizeCountsTheFirstLineAndColumn_data();
-    void deriveSizeCountsTheFirstLineAndColumn();
+    void derivedSizeCountsPixelsOfTheFirstMapLineAndColumn_data();
+    void derivedSizeCountsPixelsOfTheFirstMapLineAndColumn();
 
-    void rowValuesCopiesAValidRow();
-    void rowValuesOfAMissingRowFillsTheListWithZeros();
+    void validRowIndexCopiesTheRowValues();
+    void invalidRowIndexFillsTheListWithZeros();
 
-    void sizeBoundLimitsPixelsAndSides_data();
-    void sizeBoundLimitsPixelsAndSides();
-    void largeSizeNeedsOneRowPer64Pixels_data();
-    void largeSizeNeedsOneRowPer64Pixels();
+    void mapSizeBoundLimitsThePixelCountAndEachSide_data();
+    void mapSizeBoundLimitsThePixelCountAndEachSide();
+    void largeMapNeedsOneDataRowPer64Pixels_data();
+    void largeMapNeedsOneDataRowPer64Pixels();
 
     void pixelMutFollowsFromIntensityAndI0_data();
     void pixelMutFollowsFromIntensityAndI0();
-    void pixelIsFoundByPositionNotByCoordinates();
-    void mutOfAPixelWithoutDataIsMinusOne_data();
-    void mutOfAPixelWithoutDataIsMinusOne();
-    void pixelPositionIsCalculatedIn64Bits();
+    void pixelIsFoundByGridIndexNotByCoordinates();
+    void mutOfAMissingPixelIsMinusOne_data();
+    void mutOfAMissingPixelIsMinusOne();
+    void pixelIndexAbove32BitsDoesNotOverflow();
 };
 
 void tst_A2DData::newMapIsEmpty()
@@ -93,7 +93,7 @@ void tst_A2DData::clearKeepsTheExtendedFlag()
     QCOMPARE(map.yNum, 0);
 }
 
-void tst_A2DData::deriveSizeCountsTheFirstLineAndColumn_data()
+void tst_A2DData::derivedSizeCountsPixelsOfTheFirstMapLineAndColumn_data()
 {
     QTest::addColumn<Points>("points");
     QTest::addColumn<int>("xNum");
@@ -107,10 +107,10 @@ void tst_A2DData::deriveSizeCountsTheFirstLineAndColumn_data()
     QTest::newRow("all rows at one point") << Points{{1, 1}, {1, 1}, {1, 1}} << 3 << 3;
     QTest::newRow("comparison is exact") << Points{{0.3, 0}, {0.1 + 0.2, 1}, {0.3, 2}} << 1 << 2;
     QTest::newRow("0 equals -0") << Points{{0.0, 0.0}, {-0.0, 1}, {1, -0.0}} << 2 << 2;
-    QTest::newRow("NaN equals nothing") << Points{{NaN, NaN}, {NaN, NaN}} << 1 << 1;
+    QTest::newRow("NaN does not equal NaN") << Points{{NaN, NaN}, {NaN, NaN}} << 1 << 1;
 }
 
-void tst_A2DData::deriveSizeCountsTheFirstLineAndColumn()
+void tst_A2DData::derivedSizeCountsPixelsOfTheFirstMapLineAndColumn()
 {
     QFETCH(Points, points);
     A2DData map = mapAt(points);
@@ -120,7 +120,7 @@ void tst_A2DData::deriveSizeCountsTheFirstLineAndColumn()
     QTEST(map.yNum, "yNum");
 }
 
-void tst_A2DData::rowValuesCopiesAValidRow()
+void tst_A2DData::validRowIndexCopiesTheRowValues()
 {
     A2DData map = mapAt({{0, 0}, {1, 0}});
     map.rows[1].values = {0.5, -2.0};
@@ -131,7 +131,7 @@ void tst_A2DData::rowValuesCopiesAValidRow()
     QVERIFY(out.isEmpty());
 }
 
-void tst_A2DData::rowValuesOfAMissingRowFillsTheListWithZeros()
+void tst_A2DData::invalidRowIndexFillsTheListWithZeros()
 {
     A2DData map = mapAt({{0, 0}, {1, 0}});
     map.rows[0].values = map.rows[1].values = {1.0};
@@ -143,13 +143,13 @@ void tst_A2DData::rowValuesOfAMissingRowFillsTheListWithZeros()
     }
 }
 
-void tst_A2DData::sizeBoundLimitsPixelsAndSides_data()
+void tst_A2DData::mapSizeBoundLimitsThePixelCountAndEachSide_data()
 {
     QTest::addColumn<qint64>("width");
     QTest::addColumn<qint64>("height");
     QTest::addColumn<bool>("tooLarge");
     const qint64 huge = std::numeric_limits<qint64>::max();
-    QTest::newRow("nothing") << qint64{0} << qint64{0} << false;
+    QTest::newRow("0 by 0") << qint64{0} << qint64{0} << false;
     QTest::newRow("negative") << qint64{-5} << qint64{-7} << false;
     QTest::newRow("at the bound") << qint64{8192} << qint64{4096} << false;
     QTest::newRow("one line at the bound") << maxPixels << qint64{1} << false;
@@ -161,14 +161,14 @@ void tst_A2DData::sizeBoundLimitsPixelsAndSides_data()
     QTest::newRow("product above 64 bits") << huge << huge << true;
 }
 
-void tst_A2DData::sizeBoundLimitsPixelsAndSides()
+void tst_A2DData::mapSizeBoundLimitsThePixelCountAndEachSide()
 {
     QFETCH(qint64, width);
     QFETCH(qint64, height);
     QTEST(data::isSizeTooLarge(width, height, maxPixels), "tooLarge");
 }
 
-void tst_A2DData::largeSizeNeedsOneRowPer64Pixels_data()
+void tst_A2DData::largeMapNeedsOneDataRowPer64Pixels_data()
 {
     QTest::addColumn<qint64>("width");
     QTest::addColumn<qint64>("height");
@@ -190,7 +190,7 @@ void tst_A2DData::largeSizeNeedsOneRowPer64Pixels_data()
         << maxPixels << qint64{1} << std::numeric_limits<qint64>::max() << false;
 }
 
-void tst_A2DData::largeSizeNeedsOneRowPer64Pixels()
+void tst_A2DData::largeMapNeedsOneDataRowPer64Pixels()
 {
     QFETCH(qint64, width);
     QFETCH(qint64, height);
@@ -207,7 +207,7 @@ void tst_A2DData::pixelMutFollowsFromIntensityAndI0_data()
     QTest::newRow("ratio with i0 1") << 0.5 << 1.0 << std::log(2.0);
     QTest::newRow("i0 0: the intensity is mut") << 0.75 << 0.0 << 0.75;
     QTest::newRow("i0 -0: the intensity is mut") << 0.75 << -0.0 << 0.75;
-    QTest::newRow("both 0: the intensity is mut") << 0.0 << 0.0 << 0.0;
+    QTest::newRow("intensity and i0 0: the intensity is mut") << 0.0 << 0.0 << 0.0;
     QTest::newRow("i0 0: NaN intensity is mut") << NaN << 0.0 << NaN;
     QTest::newRow("intensity 0: mut is 1") << 0.0 << 5.0 << 1.0;
     QTest::newRow("intensity -0: mut is 1") << -0.0 << 5.0 << 1.0;
@@ -228,7 +228,7 @@ void tst_A2DData::pixelMutFollowsFromIntensityAndI0()
     QVERIFY2(sameDouble(got, mut), qPrintable(QString::number(got, 'g', 17)));
 }
 
-void tst_A2DData::pixelIsFoundByPositionNotByCoordinates()
+void tst_A2DData::pixelIsFoundByGridIndexNotByCoordinates()
 {
     A2DData map;
     for (int i = 0; i < 6; ++i) {
@@ -244,7 +244,7 @@ void tst_A2DData::pixelIsFoundByPositionNotByCoordinates()
     QCOMPARE(data::pixelMut(map, -1, 1), 2.0);
 }
 
-void tst_A2DData::mutOfAPixelWithoutDataIsMinusOne_data()
+void tst_A2DData::mutOfAMissingPixelIsMinusOne_data()
 {
     QTest::addColumn<int>("x");
     QTest::addColumn<int>("y");
@@ -252,11 +252,13 @@ void tst_A2DData::mutOfAPixelWithoutDataIsMinusOne_data()
     QTest::newRow("negative y") << 0 << -1;
     QTest::newRow("first missing row") << 1 << 1;
     QTest::newRow("after the last line") << 0 << 2;
-    QTest::newRow("largest") << std::numeric_limits<int>::max() << std::numeric_limits<int>::max();
-    QTest::newRow("smallest") << std::numeric_limits<int>::min() << std::numeric_limits<int>::min();
+    QTest::newRow("largest int indices")
+        << std::numeric_limits<int>::max() << std::numeric_limits<int>::max();
+    QTest::newRow("smallest int indices")
+        << std::numeric_limits<int>::min() << std::numeric_limits<int>::min();
 }
 
-void tst_A2DData::mutOfAPixelWithoutDataIsMinusOne()
+void tst_A2DData::mutOfAMissingPixelIsMinusOne()
 {
     QFETCH(int, x);
     QFETCH(int, y);
@@ -266,7 +268,7 @@ void tst_A2DData::mutOfAPixelWithoutDataIsMinusOne()
     QCOMPARE(data::pixelMut(A2DData(), 0, 0), -1.0);
 }
 
-void tst_A2DData::pixelPositionIsCalculatedIn64Bits()
+void tst_A2DData::pixelIndexAbove32BitsDoesNotOverflow()
 {
     A2DData map = onePixel(7.0, 0.0);
     map.xNum = 65536;

@@ -19,17 +19,17 @@ class tst_AMutE : public QObject
 
 private Q_SLOTS:
     void newRecordIsEmpty();
-    void newPointIsZero();
+    void newPointHasZeroAngleEnergyAndMut();
     void extremesSpanAllPoints();
     void extremesAreCalculatedAnewForEachFile_data();
     void extremesAreCalculatedAnewForEachFile();
     void descendingScanStaysDescending();
-    void readKeepsTheShiftAndTheLimits();
-    void pointsKeepRawEnergiesWithAShift();
-    void readFitsTheLinesWithTheCurrentLimits();
+    void readingKeepsTheEnergyShiftAndTheFitLimits();
+    void energyShiftDoesNotChangeThePointEnergies();
+    void readingFitsBackgroundLinesWithinTheCurrentLimits();
     void failedReadKeepsTheBackgroundLines();
-    void findTokenReturnsTheFirstIndexOrMinusOne_data();
-    void findTokenReturnsTheFirstIndexOrMinusOne();
+    void findTokenReturnsIndexOfFirstMatchOrMinusOne_data();
+    void findTokenReturnsIndexOfFirstMatchOrMinusOne();
 
 private:
     bool read(AMutE* spectrum, const QByteArray& content);
@@ -61,7 +61,7 @@ void tst_AMutE::newRecordIsEmpty()
     }
 }
 
-void tst_AMutE::newPointIsZero()
+void tst_AMutE::newPointHasZeroAngleEnergyAndMut()
 {
     const MutPoint point;
     QCOMPARE(point.angle, 0.0);
@@ -93,7 +93,7 @@ void tst_AMutE::extremesAreCalculatedAnewForEachFile_data()
     row("two points", "8300 1\n8400 2\n", {8300, 8400}, {1, 2});
     row("one point", "8300 -0.5\n", {8300, 8300}, {-0.5, -0.5});
     row("NaN is ignored", "8300 nan\nnan 1\n8400 2\n", {8300, 8400}, {1, 2});
-    row("infinities count", "8300 inf\n8400 2\n8500 -inf\n", {8300, 8500}, {-inf, inf});
+    row("infinities are extremes", "8300 inf\n8400 2\n8500 -inf\n", {8300, 8500}, {-inf, inf});
     row("only NaN: the initial values", "8300 nan\n", {8300, 8300}, {1e300, -1e300});
 }
 
@@ -118,7 +118,7 @@ void tst_AMutE::descendingScanStaysDescending()
     QCOMPARE(spectrum.maxEnergy, 8500.0);
 }
 
-void tst_AMutE::readKeepsTheShiftAndTheLimits()
+void tst_AMutE::readingKeepsTheEnergyShiftAndTheFitLimits()
 {
     AMutE spectrum;
     spectrum.dE = 5.0;
@@ -133,7 +133,7 @@ void tst_AMutE::readKeepsTheShiftAndTheLimits()
     QCOMPARE(spectrum.postEdgeStart, 8390.0);
 }
 
-void tst_AMutE::pointsKeepRawEnergiesWithAShift()
+void tst_AMutE::energyShiftDoesNotChangeThePointEnergies()
 {
     AMutE spectrum;
     spectrum.dE = 5.0;
@@ -142,7 +142,7 @@ void tst_AMutE::pointsKeepRawEnergiesWithAShift()
     QCOMPARE(spectrum.minEnergy, 8300.0);
 }
 
-void tst_AMutE::readFitsTheLinesWithTheCurrentLimits()
+void tst_AMutE::readingFitsBackgroundLinesWithinTheCurrentLimits()
 {
     // The spectrum is constant below and above the edge, so the lines are 1 and 3. The normal
     // equations have a condition number of up to 7e8, so the fit loses nine of sixteen digits;
@@ -171,7 +171,7 @@ void tst_AMutE::failedReadKeepsTheBackgroundLines()
     QCOMPARE(spectrum.preLine.b, 3.0);
 }
 
-void tst_AMutE::findTokenReturnsTheFirstIndexOrMinusOne_data()
+void tst_AMutE::findTokenReturnsIndexOfFirstMatchOrMinusOne_data()
 {
     QTest::addColumn<QStringList>("tokens");
     QTest::addColumn<QString>("word");
@@ -187,7 +187,7 @@ void tst_AMutE::findTokenReturnsTheFirstIndexOrMinusOne_data()
     QTest::newRow("empty word") << QStringList{"a", ""} << "" << 1;
 }
 
-void tst_AMutE::findTokenReturnsTheFirstIndexOrMinusOne()
+void tst_AMutE::findTokenReturnsIndexOfFirstMatchOrMinusOne()
 {
     QFETCH(QStringList, tokens);
     QFETCH(QString, word);

@@ -183,40 +183,40 @@ class tst_AMutEFiles : public QObject
 
 private Q_SLOTS:
     // Opening files with readFile(), and choosing the format
-    void readSetsPathAndName();
-    void unreadablePathChangesNothing_data();
-    void unreadablePathChangesNothing();
-    void fileWithoutPermissionChangesNothing();
-    void pipeChangesNothing();
-    void failedReadSetsTheNewNameAndRemovesThePoints();
+    void readingSetsTheFilePathAndName();
+    void unreadablePathLeavesTheSpectrumUnchanged_data();
+    void unreadablePathLeavesTheSpectrumUnchanged();
+    void fileWithoutReadPermissionLeavesTheSpectrumUnchanged();
+    void namedPipeLeavesTheSpectrumUnchanged();
+    void failedReadSetsTheNewFileNameAndRemovesThePoints();
     void beamlineFormatStartsWith9809_data();
     void beamlineFormatStartsWith9809();
-    void onlyTheFirstLineDecidesTheFormat();
+    void firstLineDecidesTheFileFormat();
     void missingFileKeepsThePointsAndIsLogged();
-    void formatIsRecognisedByContentNotByName();
+    void formatIsRecognisedByContentNotByFileName();
 
     // The plain format
-    void plainFileIsRead_data();
-    void plainFileIsRead();
+    void plainFileColumnsAreEnergyAndMut_data();
+    void plainFileColumnsAreEnergyAndMut();
     void plainFileAnglesUseTheDefaultCrystal();
-    void lineOfWordsDoesNotAffectTheExtremesOfTheAngle();
-    void plainFileKeepsPointsThatTheCrystalCannotReflect();
+    void wordsInAPlainFileDoNotChangeTheAngleExtremes();
+    void plainFileKeepsPointsWithoutABraggAngle();
 
     // The beamline format
-    void beamlineMutFollowsTheModeLine_data();
-    void beamlineMutFollowsTheModeLine();
-    void noOffsetIsSubtracted();
+    void modeLineSelectsTheChannelsForMut_data();
+    void modeLineSelectsTheChannelsForMut();
+    void valuesOfTheOffsetLineAreNotSubtracted();
     void beamlineEnergyIsCalculatedFromTheAngle();
-    void beamlineWithoutSpacingUsesTheDefaultCrystal();
+    void beamlineFileWithoutCrystalSpacingUsesTheDefault();
     void crystalSpacingIsReadFromTheBeamlineFile_data();
     void crystalSpacingIsReadFromTheBeamlineFile();
-    void crystalSpacingInADataLineAffectsOnlyLaterLines();
-    void beamlineFileWithoutUsableRowsFails_data();
-    void beamlineFileWithoutUsableRowsFails();
-    void zeroTransmissionIsKeptAndWidensTheExtremes();
+    void crystalSpacingInADataRowAffectsOnlyLaterRows();
+    void beamlineFileWithoutUsableDataRowsIsRefused_data();
+    void beamlineFileWithoutUsableDataRowsIsRefused();
+    void zeroTransmissionIsKeptAndWidensTheMutExtremes();
     void beamlineFileKeepsDescendingEnergies();
-    void successfulReadFitsTheLines_data();
-    void successfulReadFitsTheLines();
+    void successfulReadFitsTheBackgroundLines_data();
+    void successfulReadFitsTheBackgroundLines();
 
     // Hostile files
     void hostileFilesMatchTheReferenceImplementation_data();
@@ -264,7 +264,7 @@ bool tst_AMutEFiles::readsLikeTheReference(const QByteArray& content)
            samePoints(spectrum, reference);
 }
 
-void tst_AMutEFiles::readSetsPathAndName()
+void tst_AMutEFiles::readingSetsTheFilePathAndName()
 {
     const QString path = tests::writeFile(dir, "Ni foil.dat", "8300 1\n");
     AMutE spectrum;
@@ -274,7 +274,7 @@ void tst_AMutEFiles::readSetsPathAndName()
     QCOMPARE(spectrum.fileName, QString("Ni foil.dat"));
 }
 
-void tst_AMutEFiles::unreadablePathChangesNothing_data()
+void tst_AMutEFiles::unreadablePathLeavesTheSpectrumUnchanged_data()
 {
     QTest::addColumn<QString>("path");
 
@@ -284,7 +284,7 @@ void tst_AMutEFiles::unreadablePathChangesNothing_data()
     QTest::newRow("endless device") << "/dev/zero";
 }
 
-void tst_AMutEFiles::unreadablePathChangesNothing()
+void tst_AMutEFiles::unreadablePathLeavesTheSpectrumUnchanged()
 {
     QFETCH(QString, path);
     AMutE spectrum = goodSpectrum();
@@ -292,7 +292,7 @@ void tst_AMutEFiles::unreadablePathChangesNothing()
     QVERIFY(isUnchanged(spectrum));
 }
 
-void tst_AMutEFiles::fileWithoutPermissionChangesNothing()
+void tst_AMutEFiles::fileWithoutReadPermissionLeavesTheSpectrumUnchanged()
 {
     const QString readable = tests::writeFile(dir, "readable", "8300 1\n");
     const QString closed = tests::writeFile(dir, "closed", "8300 1\n");
@@ -310,7 +310,7 @@ void tst_AMutEFiles::fileWithoutPermissionChangesNothing()
     QVERIFY(spectrum.readFile(readable));
 }
 
-void tst_AMutEFiles::pipeChangesNothing()
+void tst_AMutEFiles::namedPipeLeavesTheSpectrumUnchanged()
 {
     const QString path = dir.filePath("pipe");
     QVERIFY(::mkfifo(QFile::encodeName(path).constData(), 0666) == 0);
@@ -322,7 +322,7 @@ void tst_AMutEFiles::pipeChangesNothing()
     QVERIFY(isUnchanged(spectrum));
 }
 
-void tst_AMutEFiles::failedReadSetsTheNewNameAndRemovesThePoints()
+void tst_AMutEFiles::failedReadSetsTheNewFileNameAndRemovesThePoints()
 {
     for (const QByteArray& content : {QByteArray(), QByteArray("9809\n1 2 3 4 5\n")}) {
         AMutE spectrum = goodSpectrum();
@@ -366,7 +366,7 @@ void tst_AMutEFiles::beamlineFormatStartsWith9809()
     QCOMPARE(AMutE().is9809(write(content)), expected);
 }
 
-void tst_AMutEFiles::onlyTheFirstLineDecidesTheFormat()
+void tst_AMutEFiles::firstLineDecidesTheFileFormat()
 {
     // The file is read in the beamline format and has no data rows, because it has neither a
     // Mode line nor an Offset line. The reader of the plain format would read points from the
@@ -388,7 +388,7 @@ void tst_AMutEFiles::missingFileKeepsThePointsAndIsLogged()
     QVERIFY(isUnchanged(spectrum));
 }
 
-void tst_AMutEFiles::formatIsRecognisedByContentNotByName()
+void tst_AMutEFiles::formatIsRecognisedByContentNotByFileName()
 {
     AMutE spectrum;
     QVERIFY(spectrum.readFile(tests::writeFile(dir, "plain.9809", "8300 1\n")));
@@ -397,7 +397,7 @@ void tst_AMutEFiles::formatIsRecognisedByContentNotByName()
     QCOMPARE(muts(spectrum), Values{ln8});
 }
 
-void tst_AMutEFiles::plainFileIsRead_data()
+void tst_AMutEFiles::plainFileColumnsAreEnergyAndMut_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<Values>("energy");
@@ -415,8 +415,8 @@ void tst_AMutEFiles::plainFileIsRead_data()
     QTest::newRow("plus sign") << QByteArray("+8300 +1\n") << Values{8300} << Values{1};
     QTest::newRow("no logarithm is applied")
         << QByteArray("1000 800\n") << Values{1000} << Values{800};
-    QTest::newRow("comments") << QByteArray("# 1 2\n  # 3 4\n#5 6\n8300 1\n") << Values{8300}
-                              << Values{1};
+    QTest::newRow("comment lines are skipped")
+        << QByteArray("# 1 2\n  # 3 4\n#5 6\n8300 1\n") << Values{8300} << Values{1};
     QTest::newRow("# after a number starts no comment")
         << QByteArray("8300 #1\n8400 2 # x\n") << Values{8300, 8400} << Values{0, 2};
     QTest::newRow("lines of one word are skipped")
@@ -432,19 +432,19 @@ void tst_AMutEFiles::plainFileIsRead_data()
                               << Values{-infinity};
     QTest::newRow("CRLF") << QByteArray("8300 1\r\n8400 2\r\n") << Values{8300, 8400}
                           << Values{1, 2};
-    QTest::newRow("order of the file")
+    QTest::newRow("order of the file is kept")
         << QByteArray("8400 2\n8300 1\n8400 3\n") << Values{8400, 8300, 8400} << Values{2, 1, 3};
     QTest::newRow("byte order mark") << QByteArray("\xef\xbb\xbf"
                                                    "8300 1\n")
                                      << Values{8300} << Values{1};
-    QTest::newRow("9809 as a later line is a number")
+    QTest::newRow("9809 on a later line is a number")
         << QByteArray("8300 1\n9809 2\n") << Values{8300, 9809} << Values{1, 2};
     QTest::newRow("empty file") << QByteArray() << none << none;
     QTest::newRow("only comments") << QByteArray("# 8300 1\n") << none << none;
     QTest::newRow("only one column") << QByteArray("8300\n8400\n") << none << none;
 }
 
-void tst_AMutEFiles::plainFileIsRead()
+void tst_AMutEFiles::plainFileColumnsAreEnergyAndMut()
 {
     QFETCH(QByteArray, content);
     QFETCH(Values, energy);
@@ -471,7 +471,7 @@ void tst_AMutEFiles::plainFileAnglesUseTheDefaultCrystal()
     QCOMPARE(spectrum.minAngle, angles(spectrum)[1]);
 }
 
-void tst_AMutEFiles::lineOfWordsDoesNotAffectTheExtremesOfTheAngle()
+void tst_AMutEFiles::wordsInAPlainFileDoNotChangeTheAngleExtremes()
 {
     AMutE words;
     QVERIFY(read(&words, "Energy mut\n"));
@@ -487,7 +487,7 @@ void tst_AMutEFiles::lineOfWordsDoesNotAffectTheExtremesOfTheAngle()
     QCOMPARE(spectrum.minEnergy, 0.0);
 }
 
-void tst_AMutEFiles::plainFileKeepsPointsThatTheCrystalCannotReflect()
+void tst_AMutEFiles::plainFileKeepsPointsWithoutABraggAngle()
 {
     // The largest possible sine is 1, so the crystal reflects only energies above
     // h c / 2d = 1977.08 eV.
@@ -498,7 +498,7 @@ void tst_AMutEFiles::plainFileKeepsPointsThatTheCrystalCannotReflect()
     QVERIFY(spectrum.points.at(1).angle > 88.0);
 }
 
-void tst_AMutEFiles::beamlineMutFollowsTheModeLine_data()
+void tst_AMutEFiles::modeLineSelectsTheChannelsForMut_data()
 {
     QTest::addColumn<QByteArray>("modes");
     QTest::addColumn<QByteArray>("rows");
@@ -511,9 +511,9 @@ void tst_AMutEFiles::beamlineMutFollowsTheModeLine_data()
         << QByteArray("Mode 0 0 2 0 1") << QByteArray("0 30 0 100 7 800\n") << Values{ln8};
     QTest::newRow("second transmission channel is ignored")
         << QByteArray("Mode 0 0 1 2 2") << row << Values{ln8};
-    QTest::newRow("first transmission channel after others")
+    QTest::newRow("first transmission channel after an unused channel")
         << QByteArray("Mode 0 0 1 0 2 2") << QByteArray("0 30 0 800 7 100 9\n") << Values{ln8};
-    QTest::newRow("fluorescence channels add")
+    QTest::newRow("fluorescence channels are added")
         << QByteArray("Mode 0 0 1 3 3") << row << Values{0.625};
     QTest::newRow("later I0 channel wins")
         << QByteArray("Mode 0 0 1 2 1") << row << Values{std::log(4.0)};
@@ -533,7 +533,7 @@ void tst_AMutEFiles::beamlineMutFollowsTheModeLine_data()
         << QByteArray("a b c 1 2 Mode") << row << Values{ln8};
     QTest::newRow("the word Mode itself is a channel of mode 0")
         << QByteArray("a b c Mode 1 2") << QByteArray("0 30 0 7 800 100\n") << Values{ln8};
-    QTest::newRow("only the whole word, case-sensitive")
+    QTest::newRow("Mode is matched as a whole word, case-sensitive")
         << QByteArray("Mode 0 0 1 2\nmode 0 0 2 1\nModes 0 0 2 1") << row << Values{ln8};
 
     QTest::newRow("row of 4 tokens is skipped")
@@ -552,7 +552,7 @@ void tst_AMutEFiles::beamlineMutFollowsTheModeLine_data()
     QTest::newRow("words in a row read as 0")
         << QByteArray("Mode 0 0 1 3") << QByteArray("x 30 x 800 x\n") << Values{0};
 
-    QTest::newRow("second Mode line keeps the kind")
+    QTest::newRow("second Mode line keeps the measurement kind")
         << QByteArray("Mode 0 0 1 2\nMode 0 0 1 3 2") << QByteArray("0 30 0 800 7 100\n")
         << Values{ln8};
     QTest::newRow("second Mode line keeps the I0 column")
@@ -560,9 +560,9 @@ void tst_AMutEFiles::beamlineMutFollowsTheModeLine_data()
     QTest::newRow("second Mode line moves the I0 column")
         << QByteArray("Mode 0 0 1 2\nMode 0 0 2 1") << QByteArray("0 30 0 100 800\n")
         << Values{ln8};
-    QTest::newRow("second Mode line refills the list")
+    QTest::newRow("second Mode line replaces the channel list")
         << QByteArray("Mode 0 0 1 3 3\nMode 0 0 0 3") << row << Values{0.125};
-    QTest::newRow("second Mode line without channels empties the list")
+    QTest::newRow("second Mode line without channels empties the channel list")
         << QByteArray("Mode 0 0 1 3\nMode 0") << row << Values{0};
     QTest::newRow("Mode line among the rows is a row and a Mode line")
         << QByteArray("Mode 0 0 1 2") << row + "Mode 30 0 1 4 2\n0 30 0 800 7 100\n"
@@ -573,7 +573,7 @@ void tst_AMutEFiles::beamlineMutFollowsTheModeLine_data()
         << QByteArray("Mode 0 0 1 2") << QByteArray("Offset 30 0 800 100\n") << Values{ln8};
 }
 
-void tst_AMutEFiles::beamlineMutFollowsTheModeLine()
+void tst_AMutEFiles::modeLineSelectsTheChannelsForMut()
 {
     QFETCH(QByteArray, modes);
     QFETCH(QByteArray, rows);
@@ -583,7 +583,7 @@ void tst_AMutEFiles::beamlineMutFollowsTheModeLine()
     QVERIFY(same(muts(spectrum), mut));
 }
 
-void tst_AMutEFiles::noOffsetIsSubtracted()
+void tst_AMutEFiles::valuesOfTheOffsetLineAreNotSubtracted()
 {
     // With the offsets 700 and 50 subtracted, mut would be ln(100 / 50). The Offset line
     // itself is not a data row, although it has enough words.
@@ -602,7 +602,7 @@ void tst_AMutEFiles::beamlineEnergyIsCalculatedFromTheAngle()
     QVERIFY(std::fabs(spectrum.points.at(0).energy - 12398.424360709065) < 1e-10);
 }
 
-void tst_AMutEFiles::beamlineWithoutSpacingUsesTheDefaultCrystal()
+void tst_AMutEFiles::beamlineFileWithoutCrystalSpacingUsesTheDefault()
 {
     // The default crystal has d = 3.1355316 angstrom. With the truncated pi,
     // E = h c / (2 * 3.1355316 * sin(14 degrees)) is 8172.4099229207095 eV.
@@ -618,12 +618,12 @@ void tst_AMutEFiles::crystalSpacingIsReadFromTheBeamlineFile_data()
 
     QTest::newRow("separate words") << QByteArray("D= 2.0 A") << 2.0;
     QTest::newRow("among words") << QByteArray("Mono: Si(311) D= 1.5 A  Initial angle= 12") << 1.5;
-    QTest::newRow("joined is not found") << QByteArray("D=2.0 A") << 3.1355316;
-    QTest::newRow("blank before the sign is not found") << QByteArray("D = 2.0") << 3.1355316;
-    QTest::newRow("nothing after it") << QByteArray("Mono D=") << 3.1355316;
+    QTest::newRow("D= joined to the number is not found") << QByteArray("D=2.0 A") << 3.1355316;
+    QTest::newRow("blank before the equals sign: not found") << QByteArray("D = 2.0") << 3.1355316;
+    QTest::newRow("nothing after D=") << QByteArray("Mono D=") << 3.1355316;
     QTest::newRow("lower case is not found") << QByteArray("d= 2.0") << 3.1355316;
-    QTest::newRow("last line wins") << QByteArray("D= 2.0\nD= 1.5") << 1.5;
-    QTest::newRow("first on a line wins") << QByteArray("D= 2.0 D= 1.5") << 2.0;
+    QTest::newRow("last D= line wins") << QByteArray("D= 2.0\nD= 1.5") << 1.5;
+    QTest::newRow("first D= of a line wins") << QByteArray("D= 2.0 D= 1.5") << 2.0;
     QTest::newRow("word reads as 0") << QByteArray("D= x") << 0.0;
 }
 
@@ -640,14 +640,14 @@ void tst_AMutEFiles::crystalSpacingIsReadFromTheBeamlineFile()
             std::fabs(spectrum.points.at(0).energy / expected - 1.0) < 3e-11);
 }
 
-void tst_AMutEFiles::crystalSpacingInADataLineAffectsOnlyLaterLines()
+void tst_AMutEFiles::crystalSpacingInADataRowAffectsOnlyLaterRows()
 {
     AMutE spectrum;
     QVERIFY(read(&spectrum, beamline("Mode 0 0 1 2", "0 30 0 800 100 D= 2\n0 30 0 800 100\n")));
     QCOMPARE(spectrum.points.at(0).energy, 2.0 * spectrum.points.at(1).energy);
 }
 
-void tst_AMutEFiles::beamlineFileWithoutUsableRowsFails_data()
+void tst_AMutEFiles::beamlineFileWithoutUsableDataRowsIsRefused_data()
 {
     QTest::addColumn<QByteArray>("content");
 
@@ -656,7 +656,7 @@ void tst_AMutEFiles::beamlineFileWithoutUsableRowsFails_data()
     QTest::newRow("Offset joined to another word")
         << QByteArray("9809\nMode 0 0 1 2\nOffset: 0\n" + row);
     QTest::newRow("offset in lower case") << QByteArray("9809\nMode 0 0 1 2\noffset\n" + row);
-    QTest::newRow("no row") << beamline("Mode 0 0 1 2", "");
+    QTest::newRow("no data row") << beamline("Mode 0 0 1 2", "");
     QTest::newRow("only short rows") << beamline("Mode 0 0 1 2", "0 30 0 800\n1 2\n");
     QTest::newRow("no Mode line") << beamline("", row);
     QTest::newRow("no I0 channel") << beamline("Mode 0 0 2 3", row);
@@ -665,7 +665,7 @@ void tst_AMutEFiles::beamlineFileWithoutUsableRowsFails_data()
     QTest::newRow("first line only") << QByteArray("9809");
 }
 
-void tst_AMutEFiles::beamlineFileWithoutUsableRowsFails()
+void tst_AMutEFiles::beamlineFileWithoutUsableDataRowsIsRefused()
 {
     QFETCH(QByteArray, content);
     AMutE spectrum = goodSpectrum();
@@ -674,7 +674,7 @@ void tst_AMutEFiles::beamlineFileWithoutUsableRowsFails()
     QVERIFY(spectrum.points.isEmpty());
 }
 
-void tst_AMutEFiles::zeroTransmissionIsKeptAndWidensTheExtremes()
+void tst_AMutEFiles::zeroTransmissionIsKeptAndWidensTheMutExtremes()
 {
     AMutE spectrum;
     QVERIFY(read(&spectrum, beamline("Mode 0 0 1 2", "0 30 0 800 100\n0 29 0 800 0\n"
@@ -699,17 +699,18 @@ void tst_AMutEFiles::beamlineFileKeepsDescendingEnergies()
     QCOMPARE(spectrum.maxEnergy, energies(spectrum)[0]);
 }
 
-void tst_AMutEFiles::successfulReadFitsTheLines_data()
+void tst_AMutEFiles::successfulReadFitsTheBackgroundLines_data()
 {
     QTest::addColumn<QByteArray>("content");
 
     QTest::newRow("plain") << QByteArray("8600 1\n8700 1\n8800 1\n8900 1\n");
     // The angles from 12.5 to 13.3 degrees correspond to energies from 9135 to 8594 eV.
-    QTest::newRow("9809") << QByteArray("9809\nMode 0 0 1 3\nOffset\n0 12.5 0 1 1\n0 12.7 0 1 1\n"
-                                        "0 13 0 1 1\n0 13.3 0 1 1\n");
+    QTest::newRow("beamline") << QByteArray(
+        "9809\nMode 0 0 1 3\nOffset\n0 12.5 0 1 1\n0 12.7 0 1 1\n"
+        "0 13 0 1 1\n0 13.3 0 1 1\n");
 }
 
-void tst_AMutEFiles::successfulReadFitsTheLines()
+void tst_AMutEFiles::successfulReadFitsTheBackgroundLines()
 {
     // All mut values above postEdgeStart are 1, and no point is below preEdgeEnd. So the
     // post-edge line is 1 and the pre-edge line is NaN. The condition number of the normal
@@ -728,7 +729,7 @@ void tst_AMutEFiles::hostileFilesMatchTheReferenceImplementation_data()
     QTest::newRow("lone CR") << QByteArray("8300 1\r8400 2\n8500\r3\n");
     QTest::newRow("CR only") << QByteArray("8300 1\r8400 2\r");
     QTest::newRow("CR CR LF") << QByteArray("8300 1\r\r\n8400 2\r\r\n");
-    QTest::newRow("9809 with lone CR")
+    QTest::newRow("beamline file with lone CR")
         << QByteArray("9809\rMode 0 0 1 2\nMode 0 0 1 2\rOffset\nOffset\n0 30 0 8\r1\n0 1 0 8 1\n");
     QTest::newRow("NUL bytes") << QByteArray("8300\0 1\n83\0 00 2 3\n\0\n", 22);
     QTest::newRow("unusual blanks") << QByteArray("8300\v1\f2\n8400\xc2\xa0"
@@ -770,7 +771,7 @@ void tst_AMutEFiles::truncatedFileMatchesTheReferenceImplementation_data()
     QTest::addColumn<QByteArray>("content");
 
     QTest::newRow("plain") << QByteArray("# head\nE mut\n8300 1.5\r\n8400 -2e-1 x\n\n8500 nan\n");
-    QTest::newRow("9809") << beamline("Mode 0 0 1 2 3", "0 30 0 800 100 5\r\n0 29 0 8 1 2\n");
+    QTest::newRow("beamline") << beamline("Mode 0 0 1 2 3", "0 30 0 800 100 5\r\n0 29 0 8 1 2\n");
 }
 
 void tst_AMutEFiles::truncatedFileMatchesTheReferenceImplementation()
@@ -806,10 +807,10 @@ void tst_AMutEFiles::lineOfTwoMegabytesGivesAtMostOnePoint_data()
     QTest::newRow("one word") << QByteArray(size, '1') << qsizetype(0);
     QTest::newRow("blanks") << QByteArray(size, ' ') << qsizetype(0);
     QTest::newRow("numbers") << numbers << qsizetype(1);
-    QTest::newRow("9809, first line") << "9809 " + numbers << qsizetype(0);
-    QTest::newRow("9809, one row") << beamline("Mode 0 0 1 2", numbers) << qsizetype(1);
-    QTest::newRow("9809, Mode line") << beamline("Mode 0 0 " + numbers, "0 30 0 1 1\n")
-                                     << qsizetype(0); // the row has no I0 column
+    QTest::newRow("beamline, first line") << "9809 " + numbers << qsizetype(0);
+    QTest::newRow("beamline, one data row") << beamline("Mode 0 0 1 2", numbers) << qsizetype(1);
+    QTest::newRow("beamline, Mode line") << beamline("Mode 0 0 " + numbers, "0 30 0 1 1\n")
+                                         << qsizetype(0); // the row has no I0 column
 }
 
 void tst_AMutEFiles::lineOfTwoMegabytesGivesAtMostOnePoint()
@@ -829,8 +830,8 @@ void tst_AMutEFiles::lineOf16MiBIsRead_data()
     const QByteArray header = "9809\nMode 0 0 1 2\n";
     QTest::newRow("plain") << QByteArray() << QByteArray("\n1 2\n");
     QTest::newRow("plain, last line") << QByteArray("1 2\n") << QByteArray();
-    QTest::newRow("9809") << header << QByteArray("\nOffset\n0 30 0 800 100\n");
-    QTest::newRow("9809, last line") << header + "Offset\n0 30 0 800 100\n" << QByteArray();
+    QTest::newRow("beamline") << header << QByteArray("\nOffset\n0 30 0 800 100\n");
+    QTest::newRow("beamline, last line") << header + "Offset\n0 30 0 800 100\n" << QByteArray();
 }
 
 void tst_AMutEFiles::lineOf16MiBIsRead()
@@ -866,7 +867,7 @@ void tst_AMutEFiles::deviceIsReadLikeAFile_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("plain") << QByteArray("# Ni\r\n8300 0.5\r\n8400 1.5\r\n");
-    QTest::newRow("9809") << beamline("Mode 0 0 1 2", "0 30 0 800 100\n");
+    QTest::newRow("beamline") << beamline("Mode 0 0 1 2", "0 30 0 800 100\n");
     QTest::newRow("words") << QByteArray("no number\n");
     QTest::newRow("empty") << QByteArray();
 }

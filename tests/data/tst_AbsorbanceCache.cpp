@@ -65,22 +65,22 @@ private Q_SLOTS:
     void cachedValuesEqualTheAbsorbanceOfThePixels_data();
     void cachedValuesEqualTheAbsorbanceOfThePixels();
     void absorbanceMatchesAHandCalculation();
-    void widthAndHeightOfTheMapDoNotAffectTheValues();
-    void unpreparedMapHasNoValues();
+    void mapSizeDoesNotAffectTheCachedAbsorbance();
+    void unpreparedMapHasNoCachedAbsorbance();
     void emptyMapsHaveNoAbsorbance();
-    void mapListedTwiceHasOneArray();
-    void mapsThatShareTheirRowsShareOneArray();
+    void mapListedTwiceIsCachedAndLaterFullyReleased();
+    void mapsWithSharedRowsShareOneAbsorbanceArray();
     void absorbanceOutlivesTheMap();
-    void changedMapIsReadAgain_data();
-    void changedMapIsReadAgain();
+    void absorbanceOfAChangedMapIsCalculatedAgain_data();
+    void absorbanceOfAChangedMapIsCalculatedAgain();
     void changedMapDoesNotAffectAMapWithTheSameRows();
-    void unchangedMapKeepsItsArray();
-    void mapsNotInTheListAreDropped();
+    void unchangedMapKeepsItsAbsorbanceArray();
+    void mapsMissingFromThePreparedListAreDropped();
     void oldRowsOfAChangedMapAreReleased();
-    void emptyListDropsAllMaps();
+    void preparingAnEmptyListDropsTheCachedMap();
     void memoryOfADroppedMapIsReused();
-    void memoryThatIsTooSmallIsReplaced();
-    void muchLargerMemoryIsReleased();
+    void mapLargerThanTheDroppedMapIsCached();
+    void memoryMuchLargerThanTheNewMapIsReleased();
     void cacheIsUpToDateAfterRandomChanges_data();
     void cacheIsUpToDateAfterRandomChanges();
 };
@@ -118,7 +118,7 @@ void tst_AbsorbanceCache::absorbanceMatchesAHandCalculation()
     QCOMPARE(cache.of(map)[2], 0.0); // ln(1)
 }
 
-void tst_AbsorbanceCache::widthAndHeightOfTheMapDoNotAffectTheValues()
+void tst_AbsorbanceCache::mapSizeDoesNotAffectTheCachedAbsorbance()
 {
     A2DData map = absorbanceMap(3, 1, {1, 2, 3});
     AbsorbanceCache cache;
@@ -132,7 +132,7 @@ void tst_AbsorbanceCache::widthAndHeightOfTheMapDoNotAffectTheValues()
     }
 }
 
-void tst_AbsorbanceCache::unpreparedMapHasNoValues()
+void tst_AbsorbanceCache::unpreparedMapHasNoCachedAbsorbance()
 {
     const A2DData map = absorbanceMap(2, 1, {1, 2});
     const A2DData equal = absorbanceMap(2, 1, {1, 2});
@@ -159,7 +159,7 @@ void tst_AbsorbanceCache::emptyMapsHaveNoAbsorbance()
     QVERIFY(isCorrect(cache, map));
 }
 
-void tst_AbsorbanceCache::mapListedTwiceHasOneArray()
+void tst_AbsorbanceCache::mapListedTwiceIsCachedAndLaterFullyReleased()
 {
     const A2DData a = absorbanceMap(2, 1, {1, 2});
     const A2DData b = absorbanceMap(2, 1, {3, 4});
@@ -175,7 +175,7 @@ void tst_AbsorbanceCache::mapListedTwiceHasOneArray()
     QVERIFY(b.rows.isDetached());
 }
 
-void tst_AbsorbanceCache::mapsThatShareTheirRowsShareOneArray()
+void tst_AbsorbanceCache::mapsWithSharedRowsShareOneAbsorbanceArray()
 {
     const A2DData a = absorbanceMap(3, 1, {1, 2, 3});
     A2DData b = a;
@@ -207,7 +207,7 @@ void tst_AbsorbanceCache::absorbanceOutlivesTheMap()
     }
 }
 
-void tst_AbsorbanceCache::changedMapIsReadAgain_data()
+void tst_AbsorbanceCache::absorbanceOfAChangedMapIsCalculatedAgain_data()
 {
     QTest::addColumn<Change>("change");
     const auto row = [](const char* name, const Change& change) { QTest::newRow(name) << change; };
@@ -224,7 +224,9 @@ void tst_AbsorbanceCache::changedMapIsReadAgain_data()
     row("filled", [](A2DData& map) { map.rows.fill({0, 0, 50.0, 0.0, {}}); });
     row("equal copy", [](A2DData& map) { map = tests::deepCopy(map); });
     row("detached", [](A2DData& map) { map.rows.detach(); });
-    row("another map", [](A2DData& map) { map = absorbanceMap(5, 1, {9, 8, 7, 6, 5}); });
+    row("replaced by another map", [](A2DData& map) {
+        map = absorbanceMap(5, 1, {9, 8, 7, 6, 5});
+    });
     row("read again", [](A2DData& map) {
         map.clear();
         for (int i = 0; i < 5; ++i) {
@@ -243,7 +245,7 @@ void tst_AbsorbanceCache::changedMapIsReadAgain_data()
     row("cleared", [](A2DData& map) { map.clear(); });
 }
 
-void tst_AbsorbanceCache::changedMapIsReadAgain()
+void tst_AbsorbanceCache::absorbanceOfAChangedMapIsCalculatedAgain()
 {
     QFETCH(Change, change);
     A2DData map = absorbanceMap(5, 1, {1, 2, 3, 4, 5});
@@ -275,7 +277,7 @@ void tst_AbsorbanceCache::changedMapDoesNotAffectAMapWithTheSameRows()
     QVERIFY(cache.of(a).data() == before);
 }
 
-void tst_AbsorbanceCache::unchangedMapKeepsItsArray()
+void tst_AbsorbanceCache::unchangedMapKeepsItsAbsorbanceArray()
 {
     const A2DData a = absorbanceMap(3, 1, {1, 2, 3});
     const A2DData b = absorbanceMap(3, 1, {4, 5, 6});
@@ -290,7 +292,7 @@ void tst_AbsorbanceCache::unchangedMapKeepsItsArray()
     QVERIFY(isCorrect(cache, b));
 }
 
-void tst_AbsorbanceCache::mapsNotInTheListAreDropped()
+void tst_AbsorbanceCache::mapsMissingFromThePreparedListAreDropped()
 {
     const A2DData a = absorbanceMap(2, 1, {1, 2});
     const A2DData b = absorbanceMap(2, 1, {3, 4});
@@ -317,7 +319,7 @@ void tst_AbsorbanceCache::oldRowsOfAChangedMapAreReleased()
     QVERIFY(earlier.isDetached());
 }
 
-void tst_AbsorbanceCache::emptyListDropsAllMaps()
+void tst_AbsorbanceCache::preparingAnEmptyListDropsTheCachedMap()
 {
     const A2DData map = absorbanceMap(2, 1, {1, 2});
     AbsorbanceCache cache;
@@ -341,7 +343,7 @@ void tst_AbsorbanceCache::memoryOfADroppedMapIsReused()
     }
 }
 
-void tst_AbsorbanceCache::memoryThatIsTooSmallIsReplaced()
+void tst_AbsorbanceCache::mapLargerThanTheDroppedMapIsCached()
 {
     AbsorbanceCache cache;
     for (const int rows : {10, 11, 5000, 5001}) {
@@ -353,7 +355,7 @@ void tst_AbsorbanceCache::memoryThatIsTooSmallIsReplaced()
 
 // The allocator places a large array in its own memory mapping. So the array of the small map
 // has another address, unless it reuses the memory of the large array.
-void tst_AbsorbanceCache::muchLargerMemoryIsReleased()
+void tst_AbsorbanceCache::memoryMuchLargerThanTheNewMapIsReleased()
 {
     A2DData map = absorbanceMap(10, 1, QList<double>(10, 1.0));
     const A2DData small = map;

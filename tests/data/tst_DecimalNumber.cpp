@@ -93,14 +93,14 @@ class tst_DecimalNumber : public QObject
 private Q_SLOTS:
     void plainDecimalsAreReadByTheFastPath_data();
     void plainDecimalsAreReadByTheFastPath();
-    void textThatIsNotAPlainDecimalUsesTheFallback_data();
-    void textThatIsNotAPlainDecimalUsesTheFallback();
+    void fastPathRejectsNonDecimalsAndLongNumbers_data();
+    void fastPathRejectsNonDecimalsAndLongNumbers();
     void readingStopsAfterTheNumber();
-    void numbersAtLimitsMatchQt_data();
-    void numbersAtLimitsMatchQt();
-    void everyPositionOfTheDecimalPointMatchesQt();
-    void randomTextsMatchQt();
-    void randomMantissasMatchQt();
+    void edgeCaseTextsMatchQtConversion_data();
+    void edgeCaseTextsMatchQtConversion();
+    void everyDecimalPointPositionMatchesQtConversion();
+    void randomTextsMatchQtConversion();
+    void randomMantissasMatchQtConversion();
 };
 
 void tst_DecimalNumber::plainDecimalsAreReadByTheFastPath_data()
@@ -129,7 +129,7 @@ void tst_DecimalNumber::plainDecimalsAreReadByTheFastPath()
     QVERIFY(tests::sameDouble(got, value));
 }
 
-void tst_DecimalNumber::textThatIsNotAPlainDecimalUsesTheFallback_data()
+void tst_DecimalNumber::fastPathRejectsNonDecimalsAndLongNumbers_data()
 {
     QTest::addColumn<QByteArray>("text");
     for (const char* const text :
@@ -140,7 +140,7 @@ void tst_DecimalNumber::textThatIsNotAPlainDecimalUsesTheFallback_data()
     }
 }
 
-void tst_DecimalNumber::textThatIsNotAPlainDecimalUsesTheFallback()
+void tst_DecimalNumber::fastPathRejectsNonDecimalsAndLongNumbers()
 {
     QFETCH(QByteArray, text);
     const QByteArray line = text + '\n';
@@ -163,7 +163,7 @@ void tst_DecimalNumber::readingStopsAfterTheNumber()
     }
 }
 
-void tst_DecimalNumber::numbersAtLimitsMatchQt_data()
+void tst_DecimalNumber::edgeCaseTextsMatchQtConversion_data()
 {
     QTest::addColumn<QByteArray>("text");
     for (const char* const text :
@@ -200,13 +200,13 @@ void tst_DecimalNumber::numbersAtLimitsMatchQt_data()
     }
 }
 
-void tst_DecimalNumber::numbersAtLimitsMatchQt()
+void tst_DecimalNumber::edgeCaseTextsMatchQtConversion()
 {
     QFETCH(QByteArray, text);
     QVERIFY(sameAsQt(text));
 }
 
-void tst_DecimalNumber::everyPositionOfTheDecimalPointMatchesQt()
+void tst_DecimalNumber::everyDecimalPointPositionMatchesQtConversion()
 {
     Random random(13);
     for (int count = 1; count <= 25; ++count) {
@@ -218,7 +218,7 @@ void tst_DecimalNumber::everyPositionOfTheDecimalPointMatchesQt()
     }
 }
 
-void tst_DecimalNumber::randomTextsMatchQt()
+void tst_DecimalNumber::randomTextsMatchQtConversion()
 {
     Random random(20240607);
     int fast = 0;
@@ -233,7 +233,7 @@ void tst_DecimalNumber::randomTextsMatchQt()
     QVERIFY(fast > randomTexts / 4); // otherwise the fast path is hardly tested
 }
 
-void tst_DecimalNumber::randomMantissasMatchQt()
+void tst_DecimalNumber::randomMantissasMatchQtConversion()
 {
     // Without their decimal points, the numbers are integers below or slightly above 2^53. Above
     // 2^53 the conversion to double would round the integer before the division, so the result

@@ -23,18 +23,18 @@ private Q_SLOTS:
 
     void regularFileIsReadCompletely();
     void linkToARegularFileIsRead();
-    void readingIsNotInTextMode();
-    void openedFileHasASizeAndCanBeMapped();
+    void filesAreReadInBinaryMode();
+    void openedFileHasASizeAndCanBeMemoryMapped();
     void readingRefusesPathsThatAreNotRegularFiles_data();
     void readingRefusesPathsThatAreNotRegularFiles();
     void readingRefusesAPipe();
     void readingRefusesAPipeThatHasAWriter();
-    void readingRefusesAFileWithoutPermission();
-    void refusedFileCanBeOpenedLater();
+    void readingRefusesAFileWithoutReadPermission();
+    void missingFileCanBeOpenedAfterItIsCreated();
 
     void writingCreatesTheFile();
     void writingReplacesTheContents();
-    void writingIsInTextMode();
+    void filesAreWrittenInTextMode();
     void writingRefusesUnusablePaths_data();
     void writingRefusesUnusablePaths();
     void writingRefusesAPipe();
@@ -80,7 +80,7 @@ void tst_FileAccess::linkToARegularFileIsRead()
     QCOMPARE(file.readAll(), QByteArray("x"));
 }
 
-void tst_FileAccess::readingIsNotInTextMode()
+void tst_FileAccess::filesAreReadInBinaryMode()
 {
     QFile file(tests::writeFile(*dir, "crlf", "a\r\nb"));
     QVERIFY(data::openForReading(file));
@@ -88,7 +88,7 @@ void tst_FileAccess::readingIsNotInTextMode()
     QCOMPARE(file.readAll(), QByteArray("a\r\nb"));
 }
 
-void tst_FileAccess::openedFileHasASizeAndCanBeMapped()
+void tst_FileAccess::openedFileHasASizeAndCanBeMemoryMapped()
 {
     QFile file(tests::writeFile(*dir, "map", "0123456789"));
     QVERIFY(data::openForReading(file));
@@ -138,7 +138,7 @@ void tst_FileAccess::readingRefusesAPipeThatHasAWriter()
     ::close(writer);
 }
 
-void tst_FileAccess::readingRefusesAFileWithoutPermission()
+void tst_FileAccess::readingRefusesAFileWithoutReadPermission()
 {
     QFile open(tests::writeFile(*dir, "open", "x"));
     QFile closed(tests::writeFile(*dir, "closed", "x"));
@@ -153,7 +153,7 @@ void tst_FileAccess::readingRefusesAFileWithoutPermission()
     QVERIFY(!data::openForReading(closed));
 }
 
-void tst_FileAccess::refusedFileCanBeOpenedLater()
+void tst_FileAccess::missingFileCanBeOpenedAfterItIsCreated()
 {
     const QString path = dir->filePath("later");
     QFile file(path);
@@ -182,7 +182,7 @@ void tst_FileAccess::writingReplacesTheContents()
     QCOMPARE(tests::readFile(file.fileName()), QByteArray("b"));
 }
 
-void tst_FileAccess::writingIsInTextMode()
+void tst_FileAccess::filesAreWrittenInTextMode()
 {
     QFile file(dir->filePath("text"));
     QVERIFY(data::openForWriting(file));

@@ -23,11 +23,11 @@ class tst_Limits : public QObject
 
 private Q_SLOTS:
     void initialLimitsAreReversed();
-    void valuesOnlyWidenTheLimits_data();
-    void valuesOnlyWidenTheLimits();
+    void valuesOutsideTheLimitsWidenTheLimits_data();
+    void valuesOutsideTheLimitsWidenTheLimits();
     void nanLimitsAreKept();
     void zeroLimitKeepsItsSign();
-    void minimumAndMaximumInSeparateVariablesAreWidened();
+    void separateLowAndHighVariablesAreWidened();
 };
 
 void tst_Limits::initialLimitsAreReversed()
@@ -36,7 +36,7 @@ void tst_Limits::initialLimitsAreReversed()
     QCOMPARE(data::emptyLimits.high, -1e300);
 }
 
-void tst_Limits::valuesOnlyWidenTheLimits_data()
+void tst_Limits::valuesOutsideTheLimitsWidenTheLimits_data()
 {
     QTest::addColumn<data::Limits>("limits");
     QTest::addColumn<double>("value");
@@ -51,7 +51,7 @@ void tst_Limits::valuesOnlyWidenTheLimits_data()
     QTest::newRow("infinity is an extreme") << data::emptyLimits << infinity << 1e300 << infinity;
 }
 
-void tst_Limits::valuesOnlyWidenTheLimits()
+void tst_Limits::valuesOutsideTheLimitsWidenTheLimits()
 {
     QFETCH(data::Limits, limits);
     QFETCH(double, value);
@@ -75,7 +75,7 @@ void tst_Limits::zeroLimitKeepsItsSign()
     QVERIFY(std::signbit(limits.low) && std::signbit(limits.high));
 }
 
-void tst_Limits::minimumAndMaximumInSeparateVariablesAreWidened()
+void tst_Limits::separateLowAndHighVariablesAreWidened()
 {
     double low = 1.0;
     double high = 2.0;

@@ -25,44 +25,44 @@ class tst_LineScan : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void smallMapIsNotRefused();
-    void lineOf16MiBIsNotRefused();
-    void lineOver16MiBMayBeRefused_data();
-    void lineOver16MiBMayBeRefused();
-    void manyCommentsMayBeRefused_data();
-    void manyCommentsMayBeRefused();
-    void manyDataLinesAreNotRefused();
+    void smallMapPassesTheQuickScan();
+    void lineOf16MiBPassesTheQuickScan();
+    void lineOver16MiBFailsTheQuickScan_data();
+    void lineOver16MiBFailsTheQuickScan();
+    void tooManyCommentLinesFailTheQuickScan_data();
+    void tooManyCommentLinesFailTheQuickScan();
+    void manyDataLinesPassTheQuickScan();
 };
 
-void tst_LineScan::smallMapIsNotRefused()
+void tst_LineScan::smallMapPassesTheQuickScan()
 {
     QVERIFY(!mayBeRefused({}));
     QVERIFY(!mayBeRefused("# X-NUM 1\n# Y-NUM 1\n1 2 3\n"));
 }
 
-void tst_LineScan::lineOf16MiBIsNotRefused()
+void tst_LineScan::lineOf16MiBPassesTheQuickScan()
 {
     QVERIFY(!mayBeRefused(QByteArray(maxLineLength, '1')));
     QVERIFY(!mayBeRefused("1 2 3\n" + QByteArray(maxLineLength, ' ') + "\n1 2 3\n"));
 }
 
-void tst_LineScan::lineOver16MiBMayBeRefused_data()
+void tst_LineScan::lineOver16MiBFailsTheQuickScan_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::newRow("only line") << QByteArray(maxLineLength + 1, '1');
-    QTest::newRow("blank line between others")
+    QTest::newRow("blank line between data lines")
         << "1 2\n" + QByteArray(maxLineLength + 1, ' ') + "\n1 2\n";
     QTest::newRow("blanks, then a word") << QByteArray(maxLineLength, ' ') + "1\n";
     QTest::newRow("comment at the end") << "1 2\n#" + QByteArray(maxLineLength, 'c');
 }
 
-void tst_LineScan::lineOver16MiBMayBeRefused()
+void tst_LineScan::lineOver16MiBFailsTheQuickScan()
 {
     QFETCH(QByteArray, text);
     QVERIFY(mayBeRefused(text));
 }
 
-void tst_LineScan::manyCommentsMayBeRefused_data()
+void tst_LineScan::tooManyCommentLinesFailTheQuickScan_data()
 {
     QTest::addColumn<QByteArray>("start");
     QTest::newRow("number sign") << QByteArray("#");
@@ -71,7 +71,7 @@ void tst_LineScan::manyCommentsMayBeRefused_data()
     QTest::newRow("carriage return") << QByteArray("\r");
 }
 
-void tst_LineScan::manyCommentsMayBeRefused()
+void tst_LineScan::tooManyCommentLinesFailTheQuickScan()
 {
     QFETCH(QByteArray, start);
     QVERIFY(!mayBeRefused((start + '\n').repeated(maxOneByteComments)));
@@ -80,7 +80,7 @@ void tst_LineScan::manyCommentsMayBeRefused()
         (" \t" + start + '\n').repeated(maxOneByteComments))); // leading blanks count too
 }
 
-void tst_LineScan::manyDataLinesAreNotRefused()
+void tst_LineScan::manyDataLinesPassTheQuickScan()
 {
     QVERIFY(!mayBeRefused(QByteArray(" 1 2 #\n").repeated(2 * maxOneByteComments)));
 }

@@ -119,64 +119,64 @@ private Q_SLOTS:
     void wordsAfterTheFourthAreIgnored();
     void lineOfFewerThanThreeWordsIsSkipped();
     void unparsableWordReadsAsZero();
-    void blankLineIsSkippedInEveryFormat();
-    void anyWhiteSpaceSeparatesWords();
+    void blankLineIsSkippedInEachFileFormat();
+    void unicodeWhiteSpaceSeparatesWords();
 
-    void firstLine1306DoesNotSelectAnotherFormat();
-    void firstLine2003901SelectsChannels_data();
-    void firstLine2003901SelectsChannels();
+    void firstLine1306DoesNotChangeTheFileFormat();
+    void firstLine2003901SelectsTheChannelFormat_data();
+    void firstLine2003901SelectsTheChannelFormat();
 
     void channelNumbersStartAfterTheCoordinates();
-    void channelFileWithoutColumnHeaderLinesReadsIAndI0FromTheSameWord();
+    void channelFileWithoutColumnHeaderReadsIAndI0FromOneWord();
     void tooShortChannelLineIsSkipped();
-    void columnHeaderLineAffectsOnlyLaterRows();
+    void columnHeaderLineAffectsOnlyLaterDataLines();
     void columnNumberIsReadAfterTheFirstColon_data();
     void columnNumberIsReadAfterTheFirstColon();
     void columnMinusOneOrMinusTwoReadsACoordinate();
-    void columnBelowMinusTwoSkipsTheLine();
-    void columnAtTheIntLimitSkipsTheLine();
-    void sizeOfAChannelFileIsCountedFromTheRows();
-    void channelFileOfOneRowHasOnePixel();
-    void channelFileWithoutRepeatedXIsOneLine();
+    void columnBelowMinusTwoSkipsDataLines();
+    void columnAtTheIntMaximumSkipsDataLines();
+    void mapSizeOfAChannelFileIsCountedFromTheDataRows();
+    void channelFileOfOneDataLineHasOnePixel();
+    void channelFileWithoutRepeatedXGivesAOneLineMap();
 
-    void commentLineSetsTheSize_data();
-    void commentLineSetsTheSize();
+    void commentLineSetsTheMapSize_data();
+    void commentLineSetsTheMapSize();
     void columnHeaderLinesAffectOnlyChannelFiles();
     void energyHandlerIsCalledForEachLineWithAnEnergy();
     void energyHandlerIsCalledDuringTheRead();
     void mapIsReadWithoutAnEnergyHandler();
-    void headerLinesAreUnchangedAndInOrder();
+    void headerLinesAreStoredUnchangedInFileOrder();
     void hashAfterBlanksStartsAComment();
 
     void intensityIsTheMutIfI0IsZero();
     void mutIsOneIfTheIntensityIsZero();
 
     void earlierMapIsReplacedExceptForTheExtendedFlag();
-    void failedReadKeepsTheRowsItRead_data();
-    void failedReadKeepsTheRowsItRead();
-    void numberOfRowsCanDifferFromTheSize();
-    void readFailsIfTheSizeIsAboveTheBound_data();
-    void readFailsIfTheSizeIsAboveTheBound();
-    void readFailsIfTheCountedSizeIsAboveTheBound();
-    void readFailsIfThereAreTooFewRowsForTheSize();
+    void failedReadKeepsTheDataRowsAlreadyRead_data();
+    void failedReadKeepsTheDataRowsAlreadyRead();
+    void numberOfDataRowsCanDifferFromTheMapSize();
+    void readFailsIfTheStatedMapSizeIsAboveTheBound_data();
+    void readFailsIfTheStatedMapSizeIsAboveTheBound();
+    void readFailsIfTheCountedMapSizeIsAboveTheBound();
+    void readFailsIfALargeMapHasTooFewDataRows();
     void lineOf16MiBIsRead_data();
     void lineOf16MiBIsRead();
     void lineLengthIsCountedInUtf16CodeUnits();
     void lineOver16MiBIsRefused_data() { lineOf16MiBIsRead_data(); }
     void lineOver16MiBIsRefused();
-    void commentLinesOf64MiBAreKept();
-    void commentLinesOver64MiBAreRefused();
-    void memoryOverheadOfShortCommentLinesIsCounted();
+    void commentsUpTo64MiBInTotalAreKept();
+    void commentsOver64MiBInTotalAreRefused();
+    void commentLimitIncludesTheMemoryOverheadPerLine();
     void memoryOfARefusedMapIsReleased();
-    void maximumNumberOfRowsIsRead_data();
-    void maximumNumberOfRowsIsRead();
+    void mapAboveTheMaximumNumberOfDataRowsIsRefused_data();
+    void mapAboveTheMaximumNumberOfDataRowsIsRefused();
     void energiesBeforeARefusalAreReported();
-    void largeFileIsRefusedBeforeItIsRead_data();
-    void largeFileIsRefusedBeforeItIsRead();
-    void suspectedLargeFileIsReadIfItIsValid();
+    void invalidLargeFileIsRefusedBeforeItIsRead_data();
+    void invalidLargeFileIsRefusedBeforeItIsRead();
+    void validLargeFileIsReadAlthoughTheQuickScanFails();
     void fileChangedAfterTheScanIsReadWithItsNewContents();
-    void refusalIsLogged();
-    void sizeIsLogged();
+    void reasonForARefusalIsLogged();
+    void mapSizeIsLogged();
 
     void carriageReturnsAreDropped_data();
     void carriageReturnsAreDropped();
@@ -184,13 +184,13 @@ private Q_SLOTS:
     void byteOrderMarkSelectsTheEncoding_data();
     void byteOrderMarkSelectsTheEncoding();
     void textModeOfTheDeviceIsRestored();
-    void infinityAndNanWordsAreNumbers();
+    void wordsInfAndNanAreReadAsNumbers();
     void readingAnEmptyDeviceFails();
     void readErrorIsTreatedAsTheEndOfTheText();
     void readingAClosedDeviceFails();
-    void lineOfTwoMegabytesGivesAtMostOneRow_data();
-    void lineOfTwoMegabytesGivesAtMostOneRow();
-    void randomBytesAfterAMapKeepItsRows();
+    void lineOfTwoMegabytesGivesAtMostOneDataRow_data();
+    void lineOfTwoMegabytesGivesAtMostOneDataRow();
+    void randomBytesAfterAMapDoNotChangeItsDataRow();
 };
 
 void tst_MapTextReader::fourColumnsAreXYIntensityAndI0()
@@ -228,7 +228,7 @@ void tst_MapTextReader::unparsableWordReadsAsZero()
     QCOMPARE(fields(got.map), (Fields{{1, 0, 0, 4}, {5, 6, 0, 0}}));
 }
 
-void tst_MapTextReader::blankLineIsSkippedInEveryFormat()
+void tst_MapTextReader::blankLineIsSkippedInEachFileFormat()
 {
     for (const QByteArray firstLine : {"# 1306\n", "# 2003901\n", "# any\n", ""}) {
         const Reading got =
@@ -238,14 +238,14 @@ void tst_MapTextReader::blankLineIsSkippedInEveryFormat()
     }
 }
 
-void tst_MapTextReader::anyWhiteSpaceSeparatesWords()
+void tst_MapTextReader::unicodeWhiteSpaceSeparatesWords()
 {
     // Tab, vertical tab, form feed, no-break space, ideographic space, next line.
     const Reading got = read(twoByOne + "\t1 \v 2\f3\t\t4 \n1\u00a02\u30003\u00854\u00a0\n");
     QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 4}, {1, 2, 3, 4}}));
 }
 
-void tst_MapTextReader::firstLine1306DoesNotSelectAnotherFormat()
+void tst_MapTextReader::firstLine1306DoesNotChangeTheFileFormat()
 {
     const QByteArray rest = "\n# AXIS 0 a b c d 1\n# Y-NUM 1\n1 2 3\n1 2 3 4 5\n";
     const Reading known = read("# 1306" + rest);
@@ -257,7 +257,7 @@ void tst_MapTextReader::firstLine1306DoesNotSelectAnotherFormat()
     QCOMPARE(other.map.xNum, 2);
 }
 
-void tst_MapTextReader::firstLine2003901SelectsChannels_data()
+void tst_MapTextReader::firstLine2003901SelectsTheChannelFormat_data()
 {
     QTest::addColumn<QByteArray>("start");
     QTest::addColumn<bool>("isChannels");
@@ -271,7 +271,7 @@ void tst_MapTextReader::firstLine2003901SelectsChannels_data()
     QTest::newRow("cut short") << QByteArray("# 200390\n") << false;
 }
 
-void tst_MapTextReader::firstLine2003901SelectsChannels()
+void tst_MapTextReader::firstLine2003901SelectsTheChannelFormat()
 {
     QFETCH(QByteArray, start);
     QFETCH(bool, isChannels);
@@ -290,7 +290,7 @@ void tst_MapTextReader::channelNumbersStartAfterTheCoordinates()
     QCOMPARE(fields(got.map), (Fields{{1, 2, 10, 12}}));
 }
 
-void tst_MapTextReader::channelFileWithoutColumnHeaderLinesReadsIAndI0FromTheSameWord()
+void tst_MapTextReader::channelFileWithoutColumnHeaderReadsIAndI0FromOneWord()
 {
     const Reading got = read("# 2003901\n1 2 10 11\n2 2 -0.5 3\n");
     QVERIFY(got.good);
@@ -307,7 +307,7 @@ void tst_MapTextReader::tooShortChannelLineIsSkipped()
     QVERIFY(read("# 2003901\n# I0 : 1\n1 2 3\n").map.rows.isEmpty());
 }
 
-void tst_MapTextReader::columnHeaderLineAffectsOnlyLaterRows()
+void tst_MapTextReader::columnHeaderLineAffectsOnlyLaterDataLines()
 {
     const Reading got = read("# 2003901\n1 2 3 4\n# i0 : 1\n1 2 3 4\n# I : 1\n1 2 3 4\n");
     QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 3}, {1, 2, 3, 4}, {1, 2, 4, 4}}));
@@ -328,7 +328,7 @@ void tst_MapTextReader::columnNumberIsReadAfterTheFirstColon_data()
     QTest::newRow("above 32 bits") << QByteArray("# I0 : 4294967297") << 2;
     QTest::newRow("no colon") << QByteArray("# I0 1 1") << 2;
     QTest::newRow("only two words") << QByteArray("# I0: 1") << 2;
-    QTest::newRow("colon joined to both") << QByteArray("# I0:1 x") << 2;
+    QTest::newRow("colon joined to keyword and number") << QByteArray("# I0:1 x") << 2;
     QTest::newRow("keyword is not the second word") << QByteArray("# x I0 : 1") << 2;
 }
 
@@ -346,7 +346,7 @@ void tst_MapTextReader::columnMinusOneOrMinusTwoReadsACoordinate()
     QCOMPARE(fields(got.map), (Fields{{7, 8, 7, 8}, {7, 8, 7, 8}}));
 }
 
-void tst_MapTextReader::columnBelowMinusTwoSkipsTheLine()
+void tst_MapTextReader::columnBelowMinusTwoSkipsDataLines()
 {
     QVERIFY(read("# 2003901\n# I0 : -3\n7 8 9\n").map.rows.isEmpty());
     QVERIFY(read("# 2003901\n# I : -3\n7 8 9\n").map.rows.isEmpty());
@@ -357,13 +357,13 @@ void tst_MapTextReader::columnBelowMinusTwoSkipsTheLine()
     QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 3}}));
 }
 
-void tst_MapTextReader::columnAtTheIntLimitSkipsTheLine()
+void tst_MapTextReader::columnAtTheIntMaximumSkipsDataLines()
 {
     QVERIFY(read("# 2003901\n# I0 : 2147483647\n7 8 9\n").map.rows.isEmpty());
     QVERIFY(read("# 2003901\n# I : 2147483647\n7 8 9\n").map.rows.isEmpty());
 }
 
-void tst_MapTextReader::sizeOfAChannelFileIsCountedFromTheRows()
+void tst_MapTextReader::mapSizeOfAChannelFileIsCountedFromTheDataRows()
 {
     const Reading got = read("# 2003901\n# X-NUM 9\n# Y-NUM 8\n# AXIS 0 a b c d 6\n"
                              "0 0 1\n1 0 1\n2 0 1\n0 1 1\n1 1 1\n2 1 1\n");
@@ -372,7 +372,7 @@ void tst_MapTextReader::sizeOfAChannelFileIsCountedFromTheRows()
     QCOMPARE(got.map.yNum, 2);
 }
 
-void tst_MapTextReader::channelFileOfOneRowHasOnePixel()
+void tst_MapTextReader::channelFileOfOneDataLineHasOnePixel()
 {
     const Reading got = read("# 2003901\n5 6 1\n");
     QVERIFY(got.good);
@@ -380,14 +380,14 @@ void tst_MapTextReader::channelFileOfOneRowHasOnePixel()
     QCOMPARE(got.map.yNum, 1);
 }
 
-void tst_MapTextReader::channelFileWithoutRepeatedXIsOneLine()
+void tst_MapTextReader::channelFileWithoutRepeatedXGivesAOneLineMap()
 {
     const Reading got = read("# 2003901\n0 0 1\n1 0 1\n2 0 1\n");
     QCOMPARE(got.map.xNum, 3);
     QCOMPARE(got.map.yNum, 1);
 }
 
-void tst_MapTextReader::commentLineSetsTheSize_data()
+void tst_MapTextReader::commentLineSetsTheMapSize_data()
 {
     QTest::addColumn<QByteArray>("line");
     QTest::addColumn<int>("xNum"); // 5 if the line has no effect
@@ -423,7 +423,7 @@ void tst_MapTextReader::commentLineSetsTheSize_data()
     QTest::newRow("AXIS with the end -5") << QByteArray("# AXIS 1 a b c d -5") << 5 << -4;
 }
 
-void tst_MapTextReader::commentLineSetsTheSize()
+void tst_MapTextReader::commentLineSetsTheMapSize()
 {
     QFETCH(QByteArray, line);
     QFETCH(int, xNum);
@@ -468,7 +468,7 @@ void tst_MapTextReader::mapIsReadWithoutAnEnergyHandler()
     QVERIFY(data::readMapText(device, map, {}));
 }
 
-void tst_MapTextReader::headerLinesAreUnchangedAndInOrder()
+void tst_MapTextReader::headerLinesAreStoredUnchangedInFileOrder()
 {
     const Reading got =
         read("# 1306  a\t b \n1 2 3\n  # \xc3\xa9\xff \r\n#\n2 2 3 # no comment\n#z");
@@ -514,7 +514,7 @@ void tst_MapTextReader::earlierMapIsReplacedExceptForTheExtendedFlag()
     QVERIFY(got.map.extended);
 }
 
-void tst_MapTextReader::failedReadKeepsTheRowsItRead_data()
+void tst_MapTextReader::failedReadKeepsTheDataRowsAlreadyRead_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<int>("rows");
@@ -522,14 +522,15 @@ void tst_MapTextReader::failedReadKeepsTheRowsItRead_data()
     QTest::newRow("no height") << QByteArray("# X-NUM 2\n1 2 3\n") << 1;
     QTest::newRow("no width") << QByteArray("# Y-NUM 2\n1 2 3\n") << 1;
     QTest::newRow("negative width") << QByteArray("# X-NUM -2\n# Y-NUM 2\n1 2 3\n") << 1;
-    QTest::newRow("both negative") << QByteArray("# X-NUM -2\n# Y-NUM -2\n1 2 3\n") << 1;
+    QTest::newRow("width and height negative")
+        << QByteArray("# X-NUM -2\n# Y-NUM -2\n1 2 3\n") << 1;
     QTest::newRow("no rows") << twoByOne << 0;
     QTest::newRow("channels without rows") << QByteArray("# 2003901\n# X-NUM 2\n# Y-NUM 1\n") << 0;
     QTest::newRow("size above the bound")
         << QByteArray("# X-NUM 65536\n# Y-NUM 65536\n1 2 3\n") << 1;
 }
 
-void tst_MapTextReader::failedReadKeepsTheRowsItRead()
+void tst_MapTextReader::failedReadKeepsTheDataRowsAlreadyRead()
 {
     QFETCH(QByteArray, text);
     const Reading got = read(text);
@@ -537,7 +538,7 @@ void tst_MapTextReader::failedReadKeepsTheRowsItRead()
     QTEST(static_cast<int>(got.map.rows.size()), "rows");
 }
 
-void tst_MapTextReader::numberOfRowsCanDifferFromTheSize()
+void tst_MapTextReader::numberOfDataRowsCanDifferFromTheMapSize()
 {
     const Reading fewer = read("# X-NUM 20\n# Y-NUM 30\n0 0 5 0\n");
     QVERIFY(fewer.good);
@@ -548,7 +549,7 @@ void tst_MapTextReader::numberOfRowsCanDifferFromTheSize()
     QCOMPARE(more.map.rows.size(), 2);
 }
 
-void tst_MapTextReader::readFailsIfTheSizeIsAboveTheBound_data()
+void tst_MapTextReader::readFailsIfTheStatedMapSizeIsAboveTheBound_data()
 {
     QTest::addColumn<QByteArray>("size");
     QTest::addColumn<bool>("good");
@@ -562,7 +563,7 @@ void tst_MapTextReader::readFailsIfTheSizeIsAboveTheBound_data()
         << QByteArray("# AXIS 0 a b c d 2147483647\n# Y-NUM 1\n") << false;
 }
 
-void tst_MapTextReader::readFailsIfTheSizeIsAboveTheBound()
+void tst_MapTextReader::readFailsIfTheStatedMapSizeIsAboveTheBound()
 {
     QFETCH(QByteArray, size);
     QFETCH(bool, good);
@@ -574,7 +575,7 @@ void tst_MapTextReader::readFailsIfTheSizeIsAboveTheBound()
     QCOMPARE(got.map.rows.size(), rows);
 }
 
-void tst_MapTextReader::readFailsIfTheCountedSizeIsAboveTheBound()
+void tst_MapTextReader::readFailsIfTheCountedMapSizeIsAboveTheBound()
 {
     // All rows have the same coordinates, so the number of rows becomes both the width and the
     // height. Up to 1024 * 1024 pixels are always allowed. 1025 * 1025 pixels exceed this
@@ -588,7 +589,7 @@ void tst_MapTextReader::readFailsIfTheCountedSizeIsAboveTheBound()
     QCOMPARE(got.map.rows.size(), 1025);
 }
 
-void tst_MapTextReader::readFailsIfThereAreTooFewRowsForTheSize()
+void tst_MapTextReader::readFailsIfALargeMapHasTooFewDataRows()
 {
     // 1,048,640 pixels need 1,048,640 / 64 = 16,385 rows.
     const QByteArray size = "# X-NUM 1048640\n# Y-NUM 1\n";
@@ -654,7 +655,7 @@ void tst_MapTextReader::lineOver16MiBIsRefused()
 
 // Each of the 63 long comment lines counts as 1 MiB, including 64 bytes of overhead. Together
 // with the two short size lines they are below 64 MiB.
-void tst_MapTextReader::commentLinesOf64MiBAreKept()
+void tst_MapTextReader::commentsUpTo64MiBInTotalAreKept()
 {
     const QByteArray line = QByteArray("#").leftJustified(1048576 - 64, ' ') + '\n';
     const Reading got = read("# X-NUM 1\n# Y-NUM 1\n1 2 3\n" + line.repeated(63));
@@ -662,7 +663,7 @@ void tst_MapTextReader::commentLinesOf64MiBAreKept()
     QCOMPARE(got.map.headerLines.size(), 65);
 }
 
-void tst_MapTextReader::commentLinesOver64MiBAreRefused()
+void tst_MapTextReader::commentsOver64MiBInTotalAreRefused()
 {
     const QByteArray line = QByteArray("#").leftJustified(1048576 - 64, ' ') + '\n';
     QVERIFY(read("1 2 3\n" + line.repeated(64)).map.headerLines.size() == 64);
@@ -673,7 +674,7 @@ void tst_MapTextReader::commentLinesOver64MiBAreRefused()
 
 // Each line counts as 65 bytes (one character and 64 bytes of overhead), so 64 MiB / 65 bytes
 // = 1,032,444 lines are accepted.
-void tst_MapTextReader::memoryOverheadOfShortCommentLinesIsCounted()
+void tst_MapTextReader::commentLimitIncludesTheMemoryOverheadPerLine()
 {
     QCOMPARE(read(QByteArray("#\n").repeated(1032444)).map.headerLines.size(), 1032444);
     QVERIFY(read(QByteArray("#\n").repeated(1032445)).map.headerLines.isEmpty());
@@ -690,14 +691,14 @@ void tst_MapTextReader::memoryOfARefusedMapIsReleased()
     QCOMPARE(got.map.yNum, 0);
 }
 
-void tst_MapTextReader::maximumNumberOfRowsIsRead_data()
+void tst_MapTextReader::mapAboveTheMaximumNumberOfDataRowsIsRefused_data()
 {
     QTest::addColumn<QByteArray>("row");
     QTest::newRow("plain") << QByteArray("1 2 3\n");
     QTest::newRow("not ASCII") << QByteArray("1 2 3 \xC3\xA9\n");
 }
 
-void tst_MapTextReader::maximumNumberOfRowsIsRead()
+void tst_MapTextReader::mapAboveTheMaximumNumberOfDataRowsIsRefused()
 {
     QFETCH(QByteArray, row);
     const auto rowsOf = [&row](int count) {
@@ -721,7 +722,7 @@ void tst_MapTextReader::energiesBeforeARefusalAreReported()
     QCOMPARE(got.energies, QStringList{"8345"});
 }
 
-void tst_MapTextReader::largeFileIsRefusedBeforeItIsRead_data()
+void tst_MapTextReader::invalidLargeFileIsRefusedBeforeItIsRead_data()
 {
     QTest::addColumn<QByteArray>("end");
     QTest::newRow("long line") << QByteArray(16777217, ' ') + '\n';
@@ -730,7 +731,7 @@ void tst_MapTextReader::largeFileIsRefusedBeforeItIsRead_data()
     QTest::newRow("many comments") << QByteArray(" #\n").repeated(1032445);
 }
 
-void tst_MapTextReader::largeFileIsRefusedBeforeItIsRead()
+void tst_MapTextReader::invalidLargeFileIsRefusedBeforeItIsRead()
 {
     QFETCH(QByteArray, end);
     const Reading got = read(twoByOne + "# ENERGY : 8345\n" + largeRows() + end);
@@ -741,7 +742,7 @@ void tst_MapTextReader::largeFileIsRefusedBeforeItIsRead()
 
 // The quick scan does not decode UTF-16. It counts the lines as comments, because they contain
 // zero bytes.
-void tst_MapTextReader::suspectedLargeFileIsReadIfItIsValid()
+void tst_MapTextReader::validLargeFileIsReadAlthoughTheQuickScanFails()
 {
     QStringEncoder encode(QStringEncoder::Utf16, QStringEncoder::Flag::WriteBom);
     const QByteArray text = encode(QString::fromLatin1(twoByOne + largeRows()));
@@ -765,7 +766,7 @@ void tst_MapTextReader::fileChangedAfterTheScanIsReadWithItsNewContents()
     QVERIFY(map.rows.isEmpty());
 }
 
-void tst_MapTextReader::refusalIsLogged()
+void tst_MapTextReader::reasonForARefusalIsLogged()
 {
     QTest::ignoreMessage(QtDebugMsg, "the file is refused: a line is longer than a line may be");
     read(QByteArray(16777217, ' '));
@@ -776,7 +777,7 @@ void tst_MapTextReader::refusalIsLogged()
     read("# X-NUM 2097152\n# Y-NUM 1\n1 2 3\n");
 }
 
-void tst_MapTextReader::sizeIsLogged()
+void tst_MapTextReader::mapSizeIsLogged()
 {
     QTest::ignoreMessage(QtDebugMsg, "size 2 1");
     read(twoByOne + "1 2 3\n");
@@ -843,7 +844,7 @@ void tst_MapTextReader::textModeOfTheDeviceIsRestored()
     QVERIFY(!device.isTextModeEnabled());
 }
 
-void tst_MapTextReader::infinityAndNanWordsAreNumbers()
+void tst_MapTextReader::wordsInfAndNanAreReadAsNumbers()
 {
     const Reading got = read(twoByOne + "inf -inf nan 1e400\n+inf -1e400 1e-400 -0\n");
     const double inf = std::numeric_limits<double>::infinity();
@@ -882,7 +883,7 @@ void tst_MapTextReader::readingAClosedDeviceFails()
     QVERIFY(!data::readMapText(device, map, {}));
 }
 
-void tst_MapTextReader::lineOfTwoMegabytesGivesAtMostOneRow_data()
+void tst_MapTextReader::lineOfTwoMegabytesGivesAtMostOneDataRow_data()
 {
     QTest::addColumn<QByteArray>("part");
     QTest::addColumn<int>("rows");
@@ -896,7 +897,7 @@ void tst_MapTextReader::lineOfTwoMegabytesGivesAtMostOneRow_data()
     QTest::newRow("comment") << QByteArray("# ") << 0;
 }
 
-void tst_MapTextReader::lineOfTwoMegabytesGivesAtMostOneRow()
+void tst_MapTextReader::lineOfTwoMegabytesGivesAtMostOneDataRow()
 {
     QFETCH(QByteArray, part);
     const QByteArray line = part.repeated(2'000'000 / part.size());
@@ -906,7 +907,7 @@ void tst_MapTextReader::lineOfTwoMegabytesGivesAtMostOneRow()
     }
 }
 
-void tst_MapTextReader::randomBytesAfterAMapKeepItsRows()
+void tst_MapTextReader::randomBytesAfterAMapDoNotChangeItsDataRow()
 {
     std::mt19937 random(20230901);
     QByteArray noise(1 << 20, Qt::Uninitialized);

@@ -182,15 +182,16 @@ QByteArray textLikeNoise(qsizetype size, Random& random)
     return bytes;
 }
 
-const QByteArray sampleFour = "# 1306\n# AXIS 0 x um 0.5 0 1\n# AXIS 1 y um 0.5 0 1\n"
-                              "# ENERGY : 8333.50 eV\n0 0 1.5e3 2000\n1 0 1.25 -3\n0 1 +1 2 3\n"
-                              "1 1 0.5\n";
+const QByteArray sampleFourColumns =
+    "# 1306\n# AXIS 0 x um 0.5 0 1\n# AXIS 1 y um 0.5 0 1\n"
+    "# ENERGY : 8333.50 eV\n0 0 1.5e3 2000\n1 0 1.25 -3\n0 1 +1 2 3\n"
+    "1 1 0.5\n";
 const QByteArray sampleChannels = "# 2003901\r\n# ENERGY : 8350\r\n# I0 : 1\r\n# I : 2\r\n"
                                   "0 0 5 6.25 7\r\n1 0 8 9 1e1\r\n0 1 2 3\r\n0 1 2 3 4\r\n";
-const QByteArray sampleOther = "# \xe3\x83\x9e\xe3\x83\x83\xe3\x83\x97\n# X-NUM 2\n# y-num 1\n\n"
-                               "1\xc2\xa0"
-                               "2\xe3\x80\x80"
-                               "3 4\n1 2 \xef\xbc\x93\n nan inf -0 .5 \n";
+const QByteArray sampleNotAscii = "# \xe3\x83\x9e\xe3\x83\x83\xe3\x83\x97\n# X-NUM 2\n# y-num 1\n\n"
+                                  "1\xc2\xa0"
+                                  "2\xe3\x80\x80"
+                                  "3 4\n1 2 \xef\xbc\x93\n nan inf -0 .5 \n";
 
 QByteArray encoded(const QString& text, QStringConverter::Encoding encoding)
 {
@@ -211,19 +212,19 @@ private Q_SLOTS:
     void randomNumbersMatchTheReferenceImplementation();
     void whiteSpaceMatchesTheReferenceImplementation();
     void lineEndingsMatchTheReferenceImplementation();
-    void linesWithAnyNumberOfWordsMatchTheReferenceImplementation();
+    void linesOfZeroToEightWordsMatchTheReferenceImplementation();
     void byteOrderMarksMatchTheReferenceImplementation_data();
     void byteOrderMarksMatchTheReferenceImplementation();
     void unpairedSurrogatesInWordsMatchTheReferenceImplementation();
     void textTruncatedAtEveryByteMatchesTheReferenceImplementation_data();
     void textTruncatedAtEveryByteMatchesTheReferenceImplementation();
     void randomBytesMatchTheReferenceImplementation();
-    void textLikeBytesMatchTheReferenceImplementation();
+    void randomTextMatchesTheReferenceImplementation();
     void generatedMapsMatchTheReferenceImplementation();
     void generatedMapsInUtf16MatchTheReferenceImplementation();
-    void brokenUtf8AtPieceBoundariesMatchesTheReferenceImplementation();
+    void brokenUtf8AtDecoderBoundariesMatchesTheReferenceImplementation();
     void lineEndAtABlockBoundaryMatchesTheReferenceImplementation();
-    void manyBlocksOfDataMatchTheReferenceImplementation();
+    void textOfManyBlocksMatchesTheReferenceImplementation();
     void lineOfTwoMegabytesMatchesTheReferenceImplementation_data();
     void lineOfTwoMegabytesMatchesTheReferenceImplementation();
     void longLinesOfOneRepeatedPartMatchTheReferenceImplementation();
@@ -320,7 +321,7 @@ void tst_MapTextReaderReference::whiteSpaceMatchesTheReferenceImplementation()
 void tst_MapTextReaderReference::lineEndingsMatchTheReferenceImplementation()
 {
     for (const QByteArray& end : lineEnds) {
-        for (const QByteArray& sample : {sampleFour, sampleChannels, sampleOther}) {
+        for (const QByteArray& sample : {sampleFourColumns, sampleChannels, sampleNotAscii}) {
             QByteArray text = sample;
             text.replace("\r\n", "\n").replace("\n", end);
             VERIFY_SAME(text);
@@ -328,7 +329,7 @@ void tst_MapTextReaderReference::lineEndingsMatchTheReferenceImplementation()
     }
 }
 
-void tst_MapTextReaderReference::linesWithAnyNumberOfWordsMatchTheReferenceImplementation()
+void tst_MapTextReaderReference::linesOfZeroToEightWordsMatchTheReferenceImplementation()
 {
     for (int columns = -4; columns < 6; ++columns) {
         QByteArray text = "# 2003901\n# I0 : " + QByteArray::number(columns) + "\n";
@@ -358,9 +359,9 @@ void tst_MapTextReaderReference::byteOrderMarksMatchTheReferenceImplementation()
 {
     QFETCH(QByteArray, mark);
     VERIFY_SAME(mark);
-    VERIFY_SAME(mark + sampleFour);
+    VERIFY_SAME(mark + sampleFourColumns);
     VERIFY_SAME(mark + sampleChannels);
-    VERIFY_SAME("1 2 3\n" + mark + sampleOther);
+    VERIFY_SAME("1 2 3\n" + mark + sampleNotAscii);
     VERIFY_SAME("#\n" + mark + "# X-NUM 2\n" + mark);
 }
 
@@ -380,12 +381,13 @@ void tst_MapTextReaderReference::unpairedSurrogatesInWordsMatchTheReferenceImple
 void tst_MapTextReaderReference::textTruncatedAtEveryByteMatchesTheReferenceImplementation_data()
 {
     QTest::addColumn<QByteArray>("text");
-    QTest::newRow("four columns") << sampleFour;
+    QTest::newRow("four columns") << sampleFourColumns;
     QTest::newRow("channels, CRLF") << sampleChannels;
-    QTest::newRow("not ASCII") << sampleOther;
+    QTest::newRow("not ASCII") << sampleNotAscii;
     QTest::newRow("UTF-16") << encoded(QString::fromUtf8(sampleChannels),
                                        QStringConverter::Utf16LE);
-    QTest::newRow("UTF-32") << encoded(QString::fromUtf8(sampleOther), QStringConverter::Utf32BE);
+    QTest::newRow("UTF-32") << encoded(QString::fromUtf8(sampleNotAscii),
+                                       QStringConverter::Utf32BE);
 }
 
 void tst_MapTextReaderReference::textTruncatedAtEveryByteMatchesTheReferenceImplementation()
@@ -405,7 +407,7 @@ void tst_MapTextReaderReference::randomBytesMatchTheReferenceImplementation()
     VERIFY_SAME("# X-NUM 1\n# Y-NUM 1\n1 2 3\n" + noise(1 << 19, random), 1000);
 }
 
-void tst_MapTextReaderReference::textLikeBytesMatchTheReferenceImplementation()
+void tst_MapTextReaderReference::randomTextMatchesTheReferenceImplementation()
 {
     Random random(1306);
     for (int i = 0; i < 2000; ++i) {
@@ -438,7 +440,7 @@ void tst_MapTextReaderReference::generatedMapsInUtf16MatchTheReferenceImplementa
     }
 }
 
-void tst_MapTextReaderReference::brokenUtf8AtPieceBoundariesMatchesTheReferenceImplementation()
+void tst_MapTextReaderReference::brokenUtf8AtDecoderBoundariesMatchesTheReferenceImplementation()
 {
     // A text stream decodes 16384 bytes at a time. An invalid UTF-8 sequence that is split at
     // such a boundary is decoded to other replacement characters than elsewhere in the text.
@@ -472,7 +474,7 @@ void tst_MapTextReaderReference::lineEndAtABlockBoundaryMatchesTheReferenceImple
     }
 }
 
-void tst_MapTextReaderReference::manyBlocksOfDataMatchTheReferenceImplementation()
+void tst_MapTextReaderReference::textOfManyBlocksMatchesTheReferenceImplementation()
 {
     // Lines of different lengths cross the block boundaries at different offsets.
     Random random(8192);

@@ -11,7 +11,7 @@ class tst_MemoryCheck : public QObject
 private Q_SLOTS:
     void requestAboveTheAvailableMemoryIsDenied();
     void reservedMemoryOfAListIsNotRequestedAgain();
-    void memoryForReadingGrowsWithTheFileUpToABound();
+    void memoryForReadingGrowsWithTheFileSizeUpToABound();
 };
 
 void tst_MemoryCheck::requestAboveTheAvailableMemoryIsDenied()
@@ -33,7 +33,7 @@ void tst_MemoryCheck::reservedMemoryOfAListIsNotRequestedAgain()
     QVERIFY(data::canGrow(list, 1000, qint64{1} << 60));
 }
 
-void tst_MemoryCheck::memoryForReadingGrowsWithTheFileUpToABound()
+void tst_MemoryCheck::memoryForReadingGrowsWithTheFileSizeUpToABound()
 {
     const auto forFile = [](qsizetype size) {
         QByteArray text(size, ' ');

@@ -31,15 +31,15 @@ class tst_PixelFile : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void pixelsAreAppendedToTheEarlierRows();
-    void rowsHaveTheValuesOfTheLoadedMap_data();
-    void rowsHaveTheValuesOfTheLoadedMap();
-    void pixelsStopAtTheMaximumNumberOfRows();
-    void fileThatIsNotAMapResetsTheSize_data();
-    void fileThatIsNotAMapResetsTheSize();
-    void negativeHeaderSizeReadsNoPixels();
-    void largeSizeNeedsAStoredPixelForEvery64Pixels_data();
-    void largeSizeNeedsAStoredPixelForEvery64Pixels();
+    void pixelsAreAppendedToTheExistingMapRows();
+    void appendedRowsHaveThePixelValuesThatTDData0Loads_data();
+    void appendedRowsHaveThePixelValuesThatTDData0Loads();
+    void appendingStopsAtTheMaximumNumberOfMapRows();
+    void invalidPixelFileResetsTheMapSize_data();
+    void invalidPixelFileResetsTheMapSize();
+    void negativeHeaderSizeGivesNoPixels();
+    void largeMapNeedsOneStoredPixelPer64Pixels_data();
+    void largeMapNeedsOneStoredPixelPer64Pixels();
 
 private:
     QString path(const QByteArray& content) { return tests::writeFile(m_dir, "map.2dp", content); }
@@ -47,7 +47,7 @@ private:
     QTemporaryDir m_dir;
 };
 
-void tst_PixelFile::pixelsAreAppendedToTheEarlierRows()
+void tst_PixelFile::pixelsAreAppendedToTheExistingMapRows()
 {
     TDData0 source(2, 2);
     source.data = {0.5, 1.5, 2.5, 3.5};
@@ -69,22 +69,22 @@ void tst_PixelFile::pixelsAreAppendedToTheEarlierRows()
     QCOMPARE(map.rows.at(2).x, 1.0);
 }
 
-void tst_PixelFile::rowsHaveTheValuesOfTheLoadedMap_data()
+void tst_PixelFile::appendedRowsHaveThePixelValuesThatTDData0Loads_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
     QTest::addColumn<int>("bytes"); // bytes of pixels in the file
-    QTest::newRow("none") << 0 << 3 << 0;
-    QTest::newRow("one") << 1 << 1 << 9;
-    QTest::newRow("a block") << 64 << 64 << 36864;
-    QTest::newRow("a block and a pixel") << 17 << 241 << 36873;
-    QTest::newRow("some blocks") << 100 << 123 << 110700;
+    QTest::newRow("map without pixels") << 0 << 3 << 0;
+    QTest::newRow("one pixel") << 1 << 1 << 9;
+    QTest::newRow("one block of pixels") << 64 << 64 << 36864;
+    QTest::newRow("one block and one pixel") << 17 << 241 << 36873;
+    QTest::newRow("several blocks") << 100 << 123 << 110700;
     QTest::newRow("truncated inside a value") << 100 << 123 << 40003;
-    QTest::newRow("without flags") << 100 << 123 << 98400;
-    QTest::newRow("without pixels") << 100 << 123 << 0;
+    QTest::newRow("valid flags missing from the file") << 100 << 123 << 98400;
+    QTest::newRow("all pixels missing from the file") << 100 << 123 << 0;
 }
 
-void tst_PixelFile::rowsHaveTheValuesOfTheLoadedMap()
+void tst_PixelFile::appendedRowsHaveThePixelValuesThatTDData0Loads()
 {
     QFETCH(int, width);
     QFETCH(int, height);
@@ -108,7 +108,7 @@ void tst_PixelFile::rowsHaveTheValuesOfTheLoadedMap()
     }
 }
 
-void tst_PixelFile::pixelsStopAtTheMaximumNumberOfRows()
+void tst_PixelFile::appendingStopsAtTheMaximumNumberOfMapRows()
 {
     TDData0 source(2, 2);
     source.data = {0.5, 1.5, 2.5, 3.5};
@@ -121,7 +121,7 @@ void tst_PixelFile::pixelsStopAtTheMaximumNumberOfRows()
     QCOMPARE(map.rows.at(5).intensity, 1.5); // the second load stops after its second pixel
 }
 
-void tst_PixelFile::fileThatIsNotAMapResetsTheSize_data()
+void tst_PixelFile::invalidPixelFileResetsTheMapSize_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("empty") << QByteArray();
@@ -133,7 +133,7 @@ void tst_PixelFile::fileThatIsNotAMapResetsTheSize_data()
         << "2dData-V0.0 HeaderSize: 20000000\n" + QByteArray(16777217, 'x');
 }
 
-void tst_PixelFile::fileThatIsNotAMapResetsTheSize()
+void tst_PixelFile::invalidPixelFileResetsTheMapSize()
 {
     QFETCH(QByteArray, content);
     const QString file = path(content);
@@ -148,7 +148,7 @@ void tst_PixelFile::fileThatIsNotAMapResetsTheSize()
     QCOMPARE(map.rows.size(), 1);
 }
 
-void tst_PixelFile::negativeHeaderSizeReadsNoPixels()
+void tst_PixelFile::negativeHeaderSizeGivesNoPixels()
 {
     A2DData map;
     QVERIFY(
@@ -156,7 +156,7 @@ void tst_PixelFile::negativeHeaderSizeReadsNoPixels()
     QCOMPARE(map.rows.size(), 0); // the header is empty, so the size is unknown
 }
 
-void tst_PixelFile::largeSizeNeedsAStoredPixelForEvery64Pixels_data()
+void tst_PixelFile::largeMapNeedsOneStoredPixelPer64Pixels_data()
 {
     QTest::addColumn<int>("held");
     QTest::addColumn<bool>("good");
@@ -164,7 +164,7 @@ void tst_PixelFile::largeSizeNeedsAStoredPixelForEvery64Pixels_data()
     QTest::newRow("one pixel too few") << 16384 << false;
 }
 
-void tst_PixelFile::largeSizeNeedsAStoredPixelForEvery64Pixels()
+void tst_PixelFile::largeMapNeedsOneStoredPixelPer64Pixels()
 {
     QFETCH(int, held);
     QFETCH(bool, good);

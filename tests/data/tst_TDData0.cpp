@@ -42,37 +42,37 @@ class TestTDData0 : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void constructionWithPixelsStartsExtremesAtZero();
-    void constructionWithoutPixelsKeepsTheInitialExtremes_data();
-    void constructionWithoutPixelsKeepsTheInitialExtremes();
+    void newMapWithPixelsHasExtremesOfZero();
+    void newMapWithoutPixelsHasReversedExtremes_data();
+    void newMapWithoutPixelsHasReversedExtremes();
     void setSizeClearsEveryPixel();
-    void setSizeWidensExtremesToZero_data();
-    void setSizeWidensExtremesToZero();
+    void setSizeWidensTheExtremesToIncludeZero_data();
+    void setSizeWidensTheExtremesToIncludeZero();
 
     void copyToTheOriginMovesTheBlock();
-    void copyWithoutMovingKeepsThePosition();
-    void copyIncludesLastColumnAndLine();
-    void copyWidensExtremesAlsoByInvalidPixels();
-    void copySetsTheIdentifier();
-    void copyWithoutARegionSetsTheWholeMapAsRegion();
-    void copySetsTheActiveRegion();
-    void copySkipsPixelsOutsideEitherMap_data();
-    void copySkipsPixelsOutsideEitherMap();
-    void copySkipsPixelsBeyondTheEndOfAShortList();
+    void copyWithoutMovingKeepsThePixelPositions();
+    void blockCopyIncludesTheLastColumnAndMapLine();
+    void copiedInvalidPixelsWidenTheExtremes();
+    void blockCopySetsTheIdentifierOfTheTarget();
+    void copyWithoutAnActiveRegionSetsTheWholeMapAsRegion();
+    void activeRegionIsCopiedToTheTarget();
+    void copySkipsPixelsOutsideTheSourceOrTarget_data();
+    void copySkipsPixelsOutsideTheSourceOrTarget();
+    void copySkipsPixelsMissingFromTheDataOrFlagList();
 
     void maskItemReportsItsKind();
     void maskItemsAreDeepCopiedInOrder();
-    void equalMaskItemsAreAppendedAgain();
+    void copyingMaskItemsTwiceAppendsDuplicates();
     void maskItemsCanBeCopiedOntoTheirOwnMap();
 
-    void setRegionActivatesTheRegionAndRegionClearedKeepsIt();
-    void regionOperationsAreSlots();
+    void clearedRegionIsInactiveButKeepsItsRectangle();
+    void setRegionAndRegionClearedCanBeInvokedAsSlots();
 
     void fileSafeIdReplacesSlashesAndDoubleUnderscores_data();
     void fileSafeIdReplacesSlashesAndDoubleUnderscores();
 };
 
-void TestTDData0::constructionWithPixelsStartsExtremesAtZero()
+void TestTDData0::newMapWithPixelsHasExtremesOfZero()
 {
     const TDData0 map(3, 2);
     QCOMPARE(map.width, 3);
@@ -87,7 +87,7 @@ void TestTDData0::constructionWithPixelsStartsExtremesAtZero()
     QVERIFY(map.maskItems.isEmpty());
 }
 
-void TestTDData0::constructionWithoutPixelsKeepsTheInitialExtremes_data()
+void TestTDData0::newMapWithoutPixelsHasReversedExtremes_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
@@ -98,7 +98,7 @@ void TestTDData0::constructionWithoutPixelsKeepsTheInitialExtremes_data()
     QTest::newRow("smallest int") << intMin << intMin;
 }
 
-void TestTDData0::constructionWithoutPixelsKeepsTheInitialExtremes()
+void TestTDData0::newMapWithoutPixelsHasReversedExtremes()
 {
     QFETCH(int, width);
     QFETCH(int, height);
@@ -121,7 +121,7 @@ void TestTDData0::setSizeClearsEveryPixel()
     QCOMPARE(map->validFlags, QList<bool>(3, false));
 }
 
-void TestTDData0::setSizeWidensExtremesToZero_data()
+void TestTDData0::setSizeWidensTheExtremesToIncludeZero_data()
 {
     QTest::addColumn<double>("min");
     QTest::addColumn<double>("max");
@@ -134,7 +134,7 @@ void TestTDData0::setSizeWidensExtremesToZero_data()
     QTest::newRow("no pixels") << 2.0 << 5.0 << 0 << 2.0 << 5.0;
 }
 
-void TestTDData0::setSizeWidensExtremesToZero()
+void TestTDData0::setSizeWidensTheExtremesToIncludeZero()
 {
     QFETCH(double, min);
     QFETCH(double, max);
@@ -157,7 +157,7 @@ void TestTDData0::copyToTheOriginMovesTheBlock()
                                            false, false, false, false}));
 }
 
-void TestTDData0::copyWithoutMovingKeepsThePosition()
+void TestTDData0::copyWithoutMovingKeepsThePixelPositions()
 {
     const auto map = countedMap(4, 3);
     TDData0 dest(3, 3); // another width: pixels keep their column and line
@@ -167,7 +167,7 @@ void TestTDData0::copyWithoutMovingKeepsThePosition()
              QList<bool>({false, false, false, false, true, false, false, false, true}));
 }
 
-void TestTDData0::copyIncludesLastColumnAndLine()
+void TestTDData0::blockCopyIncludesTheLastColumnAndMapLine()
 {
     const auto map = countedMap(2, 2);
     TDData0 dest(2, 2);
@@ -176,7 +176,7 @@ void TestTDData0::copyIncludesLastColumnAndLine()
     QCOMPARE(dest.validFlags, map->validFlags);
 }
 
-void TestTDData0::copyWidensExtremesAlsoByInvalidPixels()
+void TestTDData0::copiedInvalidPixelsWidenTheExtremes()
 {
     TDData0 map(3, 1);
     map.data = {-4.0, 7.0, 99.0};
@@ -192,7 +192,7 @@ void TestTDData0::copyWidensExtremesAlsoByInvalidPixels()
     QCOMPARE(dest.maxVal, 7.0);
 }
 
-void TestTDData0::copySetsTheIdentifier()
+void TestTDData0::blockCopySetsTheIdentifierOfTheTarget()
 {
     TDData0 map(1, 1);
     map.dataId = "mu*t at 8333 eV";
@@ -202,7 +202,7 @@ void TestTDData0::copySetsTheIdentifier()
     QCOMPARE(dest.dataId, "mu*t at 8333 eV");
 }
 
-void TestTDData0::copyWithoutARegionSetsTheWholeMapAsRegion()
+void TestTDData0::copyWithoutAnActiveRegionSetsTheWholeMapAsRegion()
 {
     TDData0 map(4, 3);
     map.region = cornerRect(1, 1, 1, 1);
@@ -212,7 +212,7 @@ void TestTDData0::copyWithoutARegionSetsTheWholeMapAsRegion()
     QCOMPARE(dest.region, cornerRect(0, 0, 3, 2));
 }
 
-void TestTDData0::copySetsTheActiveRegion()
+void TestTDData0::activeRegionIsCopiedToTheTarget()
 {
     TDData0 map(4, 3);
     map.setRegion(cornerRect(1, 0, 2, 1));
@@ -222,7 +222,7 @@ void TestTDData0::copySetsTheActiveRegion()
     QCOMPARE(dest.region, cornerRect(1, 0, 2, 1));
 }
 
-void TestTDData0::copySkipsPixelsOutsideEitherMap_data()
+void TestTDData0::copySkipsPixelsOutsideTheSourceOrTarget_data()
 {
     QTest::addColumn<QRect>("rect");
     QTest::addColumn<bool>("toOrigin");
@@ -242,7 +242,7 @@ void TestTDData0::copySkipsPixelsOutsideEitherMap_data()
     QTest::newRow("empty") << QRect() << true << Pixels{0, 0, 0, 0};
 }
 
-void TestTDData0::copySkipsPixelsOutsideEitherMap()
+void TestTDData0::copySkipsPixelsOutsideTheSourceOrTarget()
 {
     QFETCH(QRect, rect);
     QFETCH(bool, toOrigin);
@@ -252,7 +252,7 @@ void TestTDData0::copySkipsPixelsOutsideEitherMap()
     QTEST(dest.data, "pixels");
 }
 
-void TestTDData0::copySkipsPixelsBeyondTheEndOfAShortList()
+void TestTDData0::copySkipsPixelsMissingFromTheDataOrFlagList()
 {
     const auto map = countedMap(2, 2);
     map->data.resize(3);
@@ -293,7 +293,7 @@ void TestTDData0::maskItemsAreDeepCopiedInOrder()
     QCOMPARE(std::get<QRectF>(dest.maskItems[2]->shape()), QRectF(5, 6, 7, 8));
 }
 
-void TestTDData0::equalMaskItemsAreAppendedAgain()
+void TestTDData0::copyingMaskItemsTwiceAppendsDuplicates()
 {
     TDData0 map(1, 1);
     map.maskItems.append(new MaskItem(QRectF(5, 6, 7, 8), "c"));
@@ -313,7 +313,7 @@ void TestTDData0::maskItemsCanBeCopiedOntoTheirOwnMap()
     QVERIFY(map.maskItems[0] != map.maskItems[1]);
 }
 
-void TestTDData0::setRegionActivatesTheRegionAndRegionClearedKeepsIt()
+void TestTDData0::clearedRegionIsInactiveButKeepsItsRectangle()
 {
     TDData0 map(4, 3);
     map.setRegion(cornerRect(1, 0, 2, 1));
@@ -324,7 +324,7 @@ void TestTDData0::setRegionActivatesTheRegionAndRegionClearedKeepsIt()
     QCOMPARE(map.region, cornerRect(1, 0, 2, 1));
 }
 
-void TestTDData0::regionOperationsAreSlots()
+void TestTDData0::setRegionAndRegionClearedCanBeInvokedAsSlots()
 {
     TDData0 map(4, 3);
     QVERIFY(QMetaObject::invokeMethod(&map, "setRegion", Q_ARG(QRect, cornerRect(1, 0, 2, 1))));

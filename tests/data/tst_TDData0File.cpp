@@ -138,42 +138,42 @@ private Q_SLOTS:
     void initTestCase();
     void init();
 
-    void savedFileMatchesByteForByte();
-    void savedHeaderAlwaysHasPadding_data();
-    void savedHeaderAlwaysHasPadding();
+    void savedFileHasTheExpectedBytes();
+    void savedHeaderHasAtLeastOnePaddingByte_data();
+    void savedHeaderHasAtLeastOnePaddingByte();
     void saveLogsTheHeaderAndItsLength();
     void identifierIsWrittenAsLatin1AndReadAsUtf8();
-    void fileOfAMapWithoutPixelsHasOnlyTheHeader();
-    void fileOfAMapWithoutPixelsIsLoadedWithTheInitialExtremes();
+    void savedMapWithoutPixelsContainsOnlyHeaderText();
+    void loadedMapWithoutPixelsHasReversedExtremes();
     void identifierIsRestored_data();
     void identifierIsRestored();
     void extremesAreRestoredWithSixDigits();
     void loadKeepsRegionAndMaskItems();
 
-    void formatIsRecognisedByItsFirstSixBytes_data();
-    void formatIsRecognisedByItsFirstSixBytes();
+    void mapFileIsRecognisedByItsFirstSixBytes_data();
+    void mapFileIsRecognisedByItsFirstSixBytes();
     void unopenableFileIsReported_data();
     void unopenableFileIsReported();
-    void unreadableFileIsReported();
+    void fileWithoutReadPermissionIsReported();
 
-    void headerOfTheNickelFileIsRead();
-    void otherFilesLeaveTheHeaderUnchanged();
-    void headerLinesSetTheFields_data();
-    void headerLinesSetTheFields();
-    void headerSizeLimitsTheHeader_data();
-    void headerSizeLimitsTheHeader();
-    void largeHeaderSizeIsNotAllocated();
+    void headerFieldsOfAValidFileAreRead();
+    void fileOfAnotherFormatLeavesTheHeaderUnchanged();
+    void headerLinesSetTheHeaderFields_data();
+    void headerLinesSetTheHeaderFields();
+    void headerLinesBeyondTheHeaderSizeAreIgnored_data();
+    void headerLinesBeyondTheHeaderSizeAreIgnored();
+    void memoryForALargeHeaderSizeIsNotAllocated();
     void fileWithoutHeaderSizeIsAccepted();
 
-    void nickelFileIsLoaded();
-    void everyNonZeroFlagByteReadsAsTrue();
+    void validFileIsLoadedWithoutALogMessage();
+    void nonZeroFlagByteReadsAsTrue();
     void versionAndElementSizesAreIgnored();
-    void invalidSizesAreRefused_data();
-    void invalidSizesAreRefused();
-    void largestSizeIsAccepted();
-    void filesOfOtherFormatsLeaveTheObjectUnchanged_data();
-    void filesOfOtherFormatsLeaveTheObjectUnchanged();
-    void shortFileKeepsOldValues();
+    void invalidMapSizeIsRefused_data();
+    void invalidMapSizeIsRefused();
+    void largestMapSizeIsAccepted();
+    void fileOfAnotherFormatLeavesTheMapUnchanged_data();
+    void fileOfAnotherFormatLeavesTheMapUnchanged();
+    void pixelsMissingFromTheFileKeepTheirOldValues();
     void truncatedFileIsReadUpToItsEnd();
     void damagedFilesAreRefusedOrReadConsistently();
     void lineOfTenMegabytesIsRead_data();
@@ -206,7 +206,7 @@ void TestTDData0File::init()
     QVERIFY(m_dir->isValid());
 }
 
-void TestTDData0File::savedFileMatchesByteForByte()
+void TestTDData0File::savedFileHasTheExpectedBytes()
 {
     const DebugLog log;
     TDData0 map(0, 0);
@@ -216,7 +216,7 @@ void TestTDData0File::savedFileMatchesByteForByte()
     QCOMPARE(tests::readFile(path), nickelFile());
 }
 
-void TestTDData0File::savedHeaderAlwaysHasPadding_data()
+void TestTDData0File::savedHeaderHasAtLeastOnePaddingByte_data()
 {
     QTest::addColumn<int>("idLength");
     QTest::addColumn<QByteArray>("headerSize");
@@ -228,7 +228,7 @@ void TestTDData0File::savedHeaderAlwaysHasPadding_data()
     QTest::newRow("1024 characters take 1280 bytes") << 1024 - 323 << QByteArray("1280");
 }
 
-void TestTDData0File::savedHeaderAlwaysHasPadding()
+void TestTDData0File::savedHeaderHasAtLeastOnePaddingByte()
 {
     QFETCH(int, idLength);
     QFETCH(QByteArray, headerSize);
@@ -265,7 +265,7 @@ void TestTDData0File::identifierIsWrittenAsLatin1AndReadAsUtf8()
     QCOMPARE(loaded.dataId, u"\ufffdt ?"_qs);
 }
 
-void TestTDData0File::fileOfAMapWithoutPixelsHasOnlyTheHeader()
+void TestTDData0File::savedMapWithoutPixelsContainsOnlyHeaderText()
 {
     const DebugLog log;
     const TDData0 map(0, 0);
@@ -281,7 +281,7 @@ void TestTDData0File::fileOfAMapWithoutPixelsHasOnlyTheHeader()
                                         "END_OF_HEADER:\n");
 }
 
-void TestTDData0File::fileOfAMapWithoutPixelsIsLoadedWithTheInitialExtremes()
+void TestTDData0File::loadedMapWithoutPixelsHasReversedExtremes()
 {
     const DebugLog log;
     const QString path = m_dir->filePath("map.2dp");
@@ -347,7 +347,7 @@ void TestTDData0File::loadKeepsRegionAndMaskItems()
     QCOMPARE(map.maskItems.size(), 1);
 }
 
-void TestTDData0File::formatIsRecognisedByItsFirstSixBytes_data()
+void TestTDData0File::mapFileIsRecognisedByItsFirstSixBytes_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<bool>("expected");
@@ -369,7 +369,7 @@ void TestTDData0File::formatIsRecognisedByItsFirstSixBytes_data()
     QTest::newRow("empty") << QByteArray() << false;
 }
 
-void TestTDData0File::formatIsRecognisedByItsFirstSixBytes()
+void TestTDData0File::mapFileIsRecognisedByItsFirstSixBytes()
 {
     QFETCH(QByteArray, content);
     const DebugLog log;
@@ -405,7 +405,7 @@ void TestTDData0File::unopenableFileIsReported()
     QCOMPARE(log.lines().last(), path + " is not a TDData0 file.");
 }
 
-void TestTDData0File::unreadableFileIsReported()
+void TestTDData0File::fileWithoutReadPermissionIsReported()
 {
     const QString path = write(nickelFile());
     QVERIFY(QFile::setPermissions(m_dir->path(), QFile::Permissions(0x7055)));
@@ -419,7 +419,7 @@ void TestTDData0File::unreadableFileIsReported()
     QCOMPARE(log.lines(), QStringList("can't open " + path));
 }
 
-void TestTDData0File::headerOfTheNickelFileIsRead()
+void TestTDData0File::headerFieldsOfAValidFileAreRead()
 {
     TDData0Header header;
     QVERIFY(TDData0::readHeader(header, write(nickelFile())));
@@ -432,7 +432,7 @@ void TestTDData0File::headerOfTheNickelFileIsRead()
     QCOMPARE(header.maxVal, 1.23457);
 }
 
-void TestTDData0File::otherFilesLeaveTheHeaderUnchanged()
+void TestTDData0File::fileOfAnotherFormatLeavesTheHeaderUnchanged()
 {
     TDData0Header header;
     QVERIFY(!TDData0::readHeader(header, write("# 1306\nWIDTH: 2\n")));
@@ -443,7 +443,7 @@ void TestTDData0File::otherFilesLeaveTheHeaderUnchanged()
     QCOMPARE(header.maxVal, -1e300);
 }
 
-void TestTDData0File::headerLinesSetTheFields_data()
+void TestTDData0File::headerLinesSetTheHeaderFields_data()
 {
     QTest::addColumn<QByteArray>("lines");
     QTest::addColumn<int>("width");
@@ -474,7 +474,7 @@ void TestTDData0File::headerLinesSetTheFields_data()
     row("zeros in a line", QByteArray("DATA_ID: a\0b\n", 13), 0, QString(u"a\0b"_qs), none);
 }
 
-void TestTDData0File::headerLinesSetTheFields()
+void TestTDData0File::headerLinesSetTheHeaderFields()
 {
     QFETCH(QByteArray, lines);
     TDData0Header header;
@@ -484,7 +484,7 @@ void TestTDData0File::headerLinesSetTheFields()
     QTEST(header.maxVal, "max");
 }
 
-void TestTDData0File::headerSizeLimitsTheHeader_data()
+void TestTDData0File::headerLinesBeyondTheHeaderSizeAreIgnored_data()
 {
     QTest::addColumn<QByteArray>("start");
     QTest::addColumn<qint64>("size");
@@ -496,7 +496,7 @@ void TestTDData0File::headerSizeLimitsTheHeader_data()
     row("first two words unchecked", "2dDataX Y 512", 512, 2);
     row("quoted second word", "2dData \"Header Size\" 512", 512, 2);
     row("ends before the width", "2dData-V0.0 HeaderSize: 65", 65, 0);
-    row("ends within the width's line", "2dData-V0.0 HeaderSize: 73", 73, 2);
+    row("ends within the WIDTH line", "2dData-V0.0 HeaderSize: 73", 73, 2);
     row("beyond the end of the file", "2dData-V0.0 HeaderSize: 100000", 100000, 2);
     row("largest int", "2dData-V0.0 HeaderSize: 2147483647", 2147483647, 2);
     row("above int", "2dData-V0.0 HeaderSize: 2147483648", 0, 0);
@@ -507,7 +507,7 @@ void TestTDData0File::headerSizeLimitsTheHeader_data()
     row("no size", "2dData-V0.0 HeaderSize:", 0, 0);
 }
 
-void TestTDData0File::headerSizeLimitsTheHeader()
+void TestTDData0File::headerLinesBeyondTheHeaderSizeAreIgnored()
 {
     QFETCH(QByteArray, start);
     const QByteArray first = start.leftJustified(64, ' ') + '\n';
@@ -524,7 +524,7 @@ void TestTDData0File::headerSizeLimitsTheHeader()
     QCOMPARE(map.validFlags.size(), map.data.size());
 }
 
-void TestTDData0File::largeHeaderSizeIsNotAllocated()
+void TestTDData0File::memoryForALargeHeaderSizeIsNotAllocated()
 {
 #ifdef __SANITIZE_ADDRESS__
     QSKIP("AddressSanitizer needs all of the address space");
@@ -554,7 +554,7 @@ void TestTDData0File::fileWithoutHeaderSizeIsAccepted()
     QVERIFY(map.data.isEmpty());
 }
 
-void TestTDData0File::nickelFileIsLoaded()
+void TestTDData0File::validFileIsLoadedWithoutALogMessage()
 {
     const DebugLog log;
     TDData0 map(0, 0);
@@ -569,7 +569,7 @@ void TestTDData0File::nickelFileIsLoaded()
     QCOMPARE(log.lines(), QStringList());
 }
 
-void TestTDData0File::everyNonZeroFlagByteReadsAsTrue()
+void TestTDData0File::nonZeroFlagByteReadsAsTrue()
 {
     QByteArray content = nickelFile();
     content.replace(content.size() - 4, 4, QByteArray::fromHex("00028000"));
@@ -592,7 +592,7 @@ void TestTDData0File::versionAndElementSizesAreIgnored()
     QCOMPARE(map.validFlags, QList<bool>({true, false, true, true}));
 }
 
-void TestTDData0File::invalidSizesAreRefused_data()
+void TestTDData0File::invalidMapSizeIsRefused_data()
 {
     QTest::addColumn<QByteArray>("width");
     QTest::addColumn<QByteArray>("height");
@@ -610,7 +610,7 @@ void TestTDData0File::invalidSizesAreRefused_data()
     row("no pixel, but one side above the bound", "0", "33554433");
 }
 
-void TestTDData0File::invalidSizesAreRefused()
+void TestTDData0File::invalidMapSizeIsRefused()
 {
     QFETCH(QByteArray, width);
     QFETCH(QByteArray, height);
@@ -624,7 +624,7 @@ void TestTDData0File::invalidSizesAreRefused()
     QCOMPARE(log.lines(), QStringList(path + " is not a TDData0 file."));
 }
 
-void TestTDData0File::largestSizeIsAccepted()
+void TestTDData0File::largestMapSizeIsAccepted()
 {
     TDData0 map(0, 0);
     // The header states 2^25 pixels. 2^19 pixels in the file, one per 64 stated pixels, are
@@ -636,7 +636,7 @@ void TestTDData0File::largestSizeIsAccepted()
     QCOMPARE(map.data.last(), 0.0);
 }
 
-void TestTDData0File::filesOfOtherFormatsLeaveTheObjectUnchanged_data()
+void TestTDData0File::fileOfAnotherFormatLeavesTheMapUnchanged_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("empty") << QByteArray();
@@ -644,7 +644,7 @@ void TestTDData0File::filesOfOtherFormatsLeaveTheObjectUnchanged_data()
     QTest::newRow("other case") << QByteArray(nickelFile().replace("2dData", "2DData"));
 }
 
-void TestTDData0File::filesOfOtherFormatsLeaveTheObjectUnchanged()
+void TestTDData0File::fileOfAnotherFormatLeavesTheMapUnchanged()
 {
     QFETCH(QByteArray, content);
     const DebugLog log;
@@ -656,7 +656,7 @@ void TestTDData0File::filesOfOtherFormatsLeaveTheObjectUnchanged()
     QCOMPARE(log.lines(), QStringList(path + " is not a TDData0 file."));
 }
 
-void TestTDData0File::shortFileKeepsOldValues()
+void TestTDData0File::pixelsMissingFromTheFileKeepTheirOldValues()
 {
     // Only the first of four pixels is in the file; the old map had three pixels.
     TDData0 map(0, 0);

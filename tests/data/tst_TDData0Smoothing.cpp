@@ -110,22 +110,22 @@ private Q_SLOTS:
     void smoothingGivesTheMeanOfTheWindow();
     void meanAtTheMapBorderUsesOnlyPixelsInsideTheMap();
     void invalidPixelsAreSkipped();
-    void invalidPixelsDoNotChangeTheTargetMap();
-    void nanRemainsInTheRunningSumToTheEndOfTheLine();
-    void extremesAreWidenedByTheMeansOnly();
-    void negativeWindowWritesNothing();
-    void hugeWindowIsLimitedToTheLine();
-    void smallerTargetReceivesThePixelsInsideIt();
-    void pixelsBeyondTheEndOfAShortListAreSkipped();
+    void targetKeepsItsValuesAtInvalidPixels();
+    void nanPixelMakesTheRestOfTheMapLineNan();
+    void extremesAreWidenedByTheMeansNotByTheInput();
+    void negativeWindowLeavesTheTargetUnchanged();
+    void hugeWindowIsLimitedToTheMapLineOrColumn();
+    void smallTargetReceivesThePixelsWithinItsSize();
+    void pixelsMissingFromTheDataOrFlagListAreSkipped();
 
-    void smoothingWithoutWindowsCopiesTheMap_data();
-    void smoothingWithoutWindowsCopiesTheMap();
-    void zeroOrNegativeWindowSmoothsOnlyTheOtherDirection_data();
-    void zeroOrNegativeWindowSmoothsOnlyTheOtherDirection();
+    void smoothingWithNonPositiveWindowsCopiesTheMap_data();
+    void smoothingWithNonPositiveWindowsCopiesTheMap();
+    void directionWithANonPositiveWindowIsNotSmoothed_data();
+    void directionWithANonPositiveWindowIsNotSmoothed();
     void smoothingInBothDirectionsStartsAlongX();
     void smoothedMapHasNoIdentifierRegionOrMaskItems();
     void smoothedExtremesIncludeZero();
-    void intermediateMapIsDeletedLater();
+    void deletionOfTheIntermediateMapIsDeferred();
     void smoothedEmptyMapIsEmpty();
 };
 
@@ -180,7 +180,7 @@ void TestTDData0Smoothing::invalidPixelsAreSkipped()
     QCOMPARE(dest.validFlags, QList<bool>({true, false, true, true}));
 }
 
-void TestTDData0Smoothing::invalidPixelsDoNotChangeTheTargetMap()
+void TestTDData0Smoothing::targetKeepsItsValuesAtInvalidPixels()
 {
     const auto map = line({2, 1000, 4});
     map->validFlags[1] = false;
@@ -190,7 +190,7 @@ void TestTDData0Smoothing::invalidPixelsDoNotChangeTheTargetMap()
     QCOMPARE(dest->validFlags, QList<bool>({true, true, true}));
 }
 
-void TestTDData0Smoothing::nanRemainsInTheRunningSumToTheEndOfTheLine()
+void TestTDData0Smoothing::nanPixelMakesTheRestOfTheMapLineNan()
 {
     TDData0 map(4, 2);
     map.data = {1, notANumber, 3, 4, 1, 2, 3, 4};
@@ -205,7 +205,7 @@ void TestTDData0Smoothing::nanRemainsInTheRunningSumToTheEndOfTheLine()
     QCOMPARE(dest.data.mid(4), QList<double>({1, 2, 3, 4}));
 }
 
-void TestTDData0Smoothing::extremesAreWidenedByTheMeansOnly()
+void TestTDData0Smoothing::extremesAreWidenedByTheMeansNotByTheInput()
 {
     const auto map = line({2, 4, 12, 32});
     TDData0 dest(4, 1);
@@ -216,7 +216,7 @@ void TestTDData0Smoothing::extremesAreWidenedByTheMeansOnly()
     QCOMPARE(dest.maxVal, 22.0);
 }
 
-void TestTDData0Smoothing::negativeWindowWritesNothing()
+void TestTDData0Smoothing::negativeWindowLeavesTheTargetUnchanged()
 {
     const auto map = line({2, 4, 12, 32});
     TDData0 dest(4, 1);
@@ -226,7 +226,7 @@ void TestTDData0Smoothing::negativeWindowWritesNothing()
     QCOMPARE(dest.validFlags, QList<bool>(4, false));
 }
 
-void TestTDData0Smoothing::hugeWindowIsLimitedToTheLine()
+void TestTDData0Smoothing::hugeWindowIsLimitedToTheMapLineOrColumn()
 {
     const auto map = randomMap(300, 200);
     QElapsedTimer timer;
@@ -238,7 +238,7 @@ void TestTDData0Smoothing::hugeWindowIsLimitedToTheLine()
     QVERIFY(containsMeans(dest, *map, 0, 200));
 }
 
-void TestTDData0Smoothing::smallerTargetReceivesThePixelsInsideIt()
+void TestTDData0Smoothing::smallTargetReceivesThePixelsWithinItsSize()
 {
     TDData0 map(3, 2);
     map.data = {2, 4, 6, 10, 20, 30};
@@ -251,7 +251,7 @@ void TestTDData0Smoothing::smallerTargetReceivesThePixelsInsideIt()
     QCOMPARE(destAlongY.data, QList<double>({6, 12}));
 }
 
-void TestTDData0Smoothing::pixelsBeyondTheEndOfAShortListAreSkipped()
+void TestTDData0Smoothing::pixelsMissingFromTheDataOrFlagListAreSkipped()
 {
     const auto map = line({2, 4, 12, 32});
     map->data.resize(2);
@@ -263,7 +263,7 @@ void TestTDData0Smoothing::pixelsBeyondTheEndOfAShortListAreSkipped()
     QCOMPARE(dest.data, QList<double>({2, 3, 0, 0}));
 }
 
-void TestTDData0Smoothing::smoothingWithoutWindowsCopiesTheMap_data()
+void TestTDData0Smoothing::smoothingWithNonPositiveWindowsCopiesTheMap_data()
 {
     QTest::addColumn<int>("nx");
     QTest::addColumn<int>("ny");
@@ -271,7 +271,7 @@ void TestTDData0Smoothing::smoothingWithoutWindowsCopiesTheMap_data()
     QTest::newRow("negative") << -1 << -7;
 }
 
-void TestTDData0Smoothing::smoothingWithoutWindowsCopiesTheMap()
+void TestTDData0Smoothing::smoothingWithNonPositiveWindowsCopiesTheMap()
 {
     QFETCH(int, nx);
     QFETCH(int, ny);
@@ -291,7 +291,7 @@ void TestTDData0Smoothing::smoothingWithoutWindowsCopiesTheMap()
     QCOMPARE(copy->maskItems.first()->label(), "c");
 }
 
-void TestTDData0Smoothing::zeroOrNegativeWindowSmoothsOnlyTheOtherDirection_data()
+void TestTDData0Smoothing::directionWithANonPositiveWindowIsNotSmoothed_data()
 {
     QTest::addColumn<int>("nx");
     QTest::addColumn<int>("ny");
@@ -301,7 +301,7 @@ void TestTDData0Smoothing::zeroOrNegativeWindowSmoothsOnlyTheOtherDirection_data
     QTest::newRow("along y, x negative") << -1 << 1;
 }
 
-void TestTDData0Smoothing::zeroOrNegativeWindowSmoothsOnlyTheOtherDirection()
+void TestTDData0Smoothing::directionWithANonPositiveWindowIsNotSmoothed()
 {
     QFETCH(int, nx);
     QFETCH(int, ny);
@@ -351,7 +351,7 @@ void TestTDData0Smoothing::smoothedExtremesIncludeZero()
     QCOMPARE(copy->maxVal, 32.0);
 }
 
-void TestTDData0Smoothing::intermediateMapIsDeletedLater()
+void TestTDData0Smoothing::deletionOfTheIntermediateMapIsDeferred()
 {
     const auto map = randomMap(5, 4);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

@@ -16,56 +16,56 @@ class TestTextItems : public QObject
 private Q_SLOTS:
     void nextItemSplitsOffTheFirstItem_data();
     void nextItemSplitsOffTheFirstItem();
-    void itemsAreSeparatedByTheWhiteSpaceOfRegularExpressions();
+    void itemsAreSeparatedByRegexWhiteSpace();
     void nextItemOfALineOfBlanksReturnsAnEmptyRest();
     void adjacentQuotedItemsAreTwoItems();
     void unclosedQuoteIsReported();
-    void quoteAtTheEndOfALineIsReported();
-    void quoteBeforeABlankIsNotReported();
-    void itemCanAliasTheLine();
+    void strayQuoteAtTheLineEndIsReported();
+    void strayQuoteBeforeABlankIsNotReported();
+    void itemAndLineCanBeTheSameVariable();
 
-    void splitItemsDropsEmptyItems();
-    void splitItemsAfterKeepsEmptyItems();
-    void splitItemsAfterDoesNotCompareThePrefix();
-    void itemsAfterKeyReturnsWhetherThereAreEnoughItems_data();
-    void itemsAfterKeyReturnsWhetherThereAreEnoughItems();
-    void itemsAfterKeyIgnoresOtherLines();
-    void longLineIsReadInOnePass();
+    void splittingALineDropsEmptyItems();
+    void itemsAfterAPrefixIncludeEmptyItems();
+    void prefixBeforeItemsIsSkippedByLengthOnly();
+    void itemsAfterAKeyMustReachTheMinimumCount_data();
+    void itemsAfterAKeyMustReachTheMinimumCount();
+    void lineWithoutTheKeyLeavesTheItemsUnchanged();
+    void longLineIsReadInLinearTime();
 
-    void energiesOfListKeepsThePositiveNumbers_data();
-    void energiesOfListKeepsThePositiveNumbers();
+    void energyListKeepsOnlyPositiveNumbers_data();
+    void energyListKeepsOnlyPositiveNumbers();
     void energyListIsLogged();
 
-    void stripCommentCutsAtTheFirstMarkOutsideQuotes_data();
-    void stripCommentCutsAtTheFirstMarkOutsideQuotes();
+    void commentStartsAtTheFirstHashOutsideQuotes_data();
+    void commentStartsAtTheFirstHashOutsideQuotes();
     void lineWithoutCommentKeepsTheEarlierComment();
-    void lineWithoutTextIsBlankOrComment_data();
-    void lineWithoutTextIsBlankOrComment();
-    void startsWithTextIsCaseSensitive();
+    void blankLinesAndCommentLinesAreRecognised_data();
+    void blankLinesAndCommentLinesAreRecognised();
+    void prefixComparisonIsCaseSensitive();
     void trimmedLengthIsTheLastNonBlankIndexMinusOne_data();
     void trimmedLengthIsTheLastNonBlankIndexMinusOne();
 
     void textWithACommaOrAQuoteIsQuoted_data();
     void textWithACommaOrAQuoteIsQuoted();
     void quotesAreEscapedWithABackslash();
-    void joinQuotedReducesRepeatedBlanks();
+    void joiningQuotedItemsReducesRepeatedBlanks();
     void commaFieldEndsAtACommaOutsideQuotes_data();
     void commaFieldEndsAtACommaOutsideQuotes();
-    void fieldAfterReturnsTheTextUpToTheDelimiter_data();
-    void fieldAfterReturnsTheTextUpToTheDelimiter();
+    void fieldAfterAWordEndsAtTheDelimiter_data();
+    void fieldAfterAWordEndsAtTheDelimiter();
 
-    void endsWithBackslashCutsTheLineBeforeTheBackslash_data();
-    void endsWithBackslashCutsTheLineBeforeTheBackslash();
-    void dropBackslashRemovesAtMostTwoBackslashes_data();
-    void dropBackslashRemovesAtMostTwoBackslashes();
+    void backslashAtTheLineEndIsRecognisedAndRemoved_data();
+    void backslashAtTheLineEndIsRecognisedAndRemoved();
+    void atMostTwoTrailingBackslashesAreRemoved_data();
+    void atMostTwoTrailingBackslashesAreRemoved();
 
-    void numberTestsDistinguishRealsIntegersAndDigits_data();
-    void numberTestsDistinguishRealsIntegersAndDigits();
-    void paddedAddsAtMost101Blanks_data();
-    void paddedAddsAtMost101Blanks();
-    void blanksReturnsAtMost101Blanks();
-    void withThousandsInsertsCommasBeforeThePoint_data();
-    void withThousandsInsertsCommasBeforeThePoint();
+    void numberChecksDistinguishRealsIntegersAndDigits_data();
+    void numberChecksDistinguishRealsIntegersAndDigits();
+    void paddingAddsAtMost101Blanks_data();
+    void paddingAddsAtMost101Blanks();
+    void blankStringHasAtMost101Blanks();
+    void thousandsSeparatorsAreInsertedBeforeThePoint_data();
+    void thousandsSeparatorsAreInsertedBeforeThePoint();
 };
 
 void TestTextItems::nextItemSplitsOffTheFirstItem_data()
@@ -103,7 +103,7 @@ void TestTextItems::nextItemSplitsOffTheFirstItem()
     QTEST(result, "rest");
 }
 
-void TestTextItems::itemsAreSeparatedByTheWhiteSpaceOfRegularExpressions()
+void TestTextItems::itemsAreSeparatedByRegexWhiteSpace()
 {
     const QRegularExpression blank("\\s");
     for (char16_t c = 1; c < 0xd800; ++c) {
@@ -146,7 +146,7 @@ void TestTextItems::unclosedQuoteIsReported()
              QStringList("In a line [ \"a b] item is started from quote but not ended by quote"));
 }
 
-void TestTextItems::quoteAtTheEndOfALineIsReported()
+void TestTextItems::strayQuoteAtTheLineEndIsReported()
 {
     const DebugLog log;
     QString item;
@@ -155,7 +155,7 @@ void TestTextItems::quoteAtTheEndOfALineIsReported()
              QStringList("In a line [ ab\"] item is started from not quote but ended by quote"));
 }
 
-void TestTextItems::quoteBeforeABlankIsNotReported()
+void TestTextItems::strayQuoteBeforeABlankIsNotReported()
 {
     const DebugLog log;
     QString item;
@@ -164,34 +164,34 @@ void TestTextItems::quoteBeforeABlankIsNotReported()
     QCOMPARE(log.lines(), QStringList());
 }
 
-void TestTextItems::itemCanAliasTheLine()
+void TestTextItems::itemAndLineCanBeTheSameVariable()
 {
     QString line = "a b c";
     line = data::nextItem(line, line);
     QCOMPARE(line, " b c");
 }
 
-void TestTextItems::splitItemsDropsEmptyItems()
+void TestTextItems::splittingALineDropsEmptyItems()
 {
     QCOMPARE(data::splitItems(" a \"\" \"b c\"d  "), QStringList({"a", "b c", "d"}));
     QCOMPARE(data::splitItems("  "), QStringList());
     QCOMPARE(data::splitItems(""), QStringList());
 }
 
-void TestTextItems::splitItemsAfterKeepsEmptyItems()
+void TestTextItems::itemsAfterAPrefixIncludeEmptyItems()
 {
     QCOMPARE(data::splitItemsAfter("KEY a \"\" b", "KEY"), QStringList({"a", "", "b"}));
     QCOMPARE(data::splitItemsAfter("KEY a ", "KEY"), QStringList({"a", ""}));
     QCOMPARE(data::splitItemsAfter("KEY", "KEY"), QStringList());
 }
 
-void TestTextItems::splitItemsAfterDoesNotCompareThePrefix()
+void TestTextItems::prefixBeforeItemsIsSkippedByLengthOnly()
 {
     QCOMPARE(data::splitItemsAfter("abcd e", "xyz"), QStringList({"d", "e"}));
     QCOMPARE(data::splitItemsAfter("ab", "xyz"), QStringList());
 }
 
-void TestTextItems::itemsAfterKeyReturnsWhetherThereAreEnoughItems_data()
+void TestTextItems::itemsAfterAKeyMustReachTheMinimumCount_data()
 {
     QTest::addColumn<int>("minCount");
     QTest::addColumn<bool>("enough");
@@ -200,7 +200,7 @@ void TestTextItems::itemsAfterKeyReturnsWhetherThereAreEnoughItems_data()
     QTest::newRow("more required") << 4 << false;
 }
 
-void TestTextItems::itemsAfterKeyReturnsWhetherThereAreEnoughItems()
+void TestTextItems::itemsAfterAKeyMustReachTheMinimumCount()
 {
     QFETCH(int, minCount);
     QStringList items = {"old"};
@@ -209,14 +209,14 @@ void TestTextItems::itemsAfterKeyReturnsWhetherThereAreEnoughItems()
     QCOMPARE(items, QStringList({"1", "", "2"}));
 }
 
-void TestTextItems::itemsAfterKeyIgnoresOtherLines()
+void TestTextItems::lineWithoutTheKeyLeavesTheItemsUnchanged()
 {
     QStringList items = {"old"};
     QVERIFY(!data::itemsAfterKey("key: 1", items, 0, "KEY:"));
     QCOMPARE(items, QStringList("old"));
 }
 
-void TestTextItems::longLineIsReadInOnePass()
+void TestTextItems::longLineIsReadInLinearTime()
 {
     const DebugLog log;
     const QString line = QString("0 ").repeated(1'000'000);
@@ -228,7 +228,7 @@ void TestTextItems::longLineIsReadInOnePass()
     QVERIFY2(timer.elapsed() < 30'000, "a pass for every item takes far longer");
 }
 
-void TestTextItems::energiesOfListKeepsThePositiveNumbers_data()
+void TestTextItems::energyListKeepsOnlyPositiveNumbers_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("rows");
@@ -242,7 +242,7 @@ void TestTextItems::energiesOfListKeepsThePositiveNumbers_data()
         << "0 -1 0.0 8330 x nan 1e-300" << 8 << QStringList({"8330", "1e-300"});
     QTest::newRow("skipped items do not use a row")
         << "x 1 y 2 z 3" << 2 << QStringList({"1", "2"});
-    QTest::newRow("no more than rows") << "1 2 3" << 2 << QStringList({"1", "2"});
+    QTest::newRow("more energies than rows") << "1 2 3" << 2 << QStringList({"1", "2"});
     QTest::newRow("no rows") << "1 2 3" << 0 << QStringList();
     QTest::newRow("quotes are removed") << "\"8330\" 8340" << 8 << QStringList({"8330", "8340"});
     QTest::newRow("comma in quotes becomes a blank") << "\"1,2\" 3" << 8 << QStringList("3");
@@ -252,7 +252,7 @@ void TestTextItems::energiesOfListKeepsThePositiveNumbers_data()
     QTest::newRow("commas only") << ",, ," << 8 << QStringList();
 }
 
-void TestTextItems::energiesOfListKeepsThePositiveNumbers()
+void TestTextItems::energyListKeepsOnlyPositiveNumbers()
 {
     QFETCH(QString, text);
     QFETCH(int, rows);
@@ -268,7 +268,7 @@ void TestTextItems::energyListIsLogged()
     QCOMPARE(log.lines(), QStringList("1 2 x"));
 }
 
-void TestTextItems::stripCommentCutsAtTheFirstMarkOutsideQuotes_data()
+void TestTextItems::commentStartsAtTheFirstHashOutsideQuotes_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("text");
@@ -284,7 +284,7 @@ void TestTextItems::stripCommentCutsAtTheFirstMarkOutsideQuotes_data()
     tests::addTexts("no mark", {"abc", "abc", "untouched"});
 }
 
-void TestTextItems::stripCommentCutsAtTheFirstMarkOutsideQuotes()
+void TestTextItems::commentStartsAtTheFirstHashOutsideQuotes()
 {
     QFETCH(QString, line);
     QString foundComment = "untouched";
@@ -300,7 +300,7 @@ void TestTextItems::lineWithoutCommentKeepsTheEarlierComment()
     QCOMPARE(comment, "of an earlier line");
 }
 
-void TestTextItems::lineWithoutTextIsBlankOrComment_data()
+void TestTextItems::blankLinesAndCommentLinesAreRecognised_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<bool>("expected");
@@ -311,14 +311,14 @@ void TestTextItems::lineWithoutTextIsBlankOrComment_data()
     QTest::newRow("mark in quotes") << "'#'" << false;
 }
 
-void TestTextItems::lineWithoutTextIsBlankOrComment()
+void TestTextItems::blankLinesAndCommentLinesAreRecognised()
 {
     QFETCH(QString, line);
     const bool result = data::isBlankOrComment(line);
     QTEST(result, "expected");
 }
 
-void TestTextItems::startsWithTextIsCaseSensitive()
+void TestTextItems::prefixComparisonIsCaseSensitive()
 {
     QVERIFY(data::startsWithText("2dData-V0", "2dData"));
     QVERIFY(data::startsWithText("2dData", "2dData"));
@@ -383,7 +383,7 @@ void TestTextItems::quotesAreEscapedWithABackslash()
     QCOMPARE(data::commaQuoted("a\"b"), ",\"a\\\"b\"");
 }
 
-void TestTextItems::joinQuotedReducesRepeatedBlanks()
+void TestTextItems::joiningQuotedItemsReducesRepeatedBlanks()
 {
     QCOMPARE(data::joinQuoted({"a", "b  c", ""}), "\"a\" \"b c\" \"\"");
     QCOMPARE(data::joinQuoted({" a\"b "}), "\" a\"b \"");
@@ -426,7 +426,7 @@ void TestTextItems::commaFieldEndsAtACommaOutsideQuotes()
     QTEST(looseResult, "looseRest");
 }
 
-void TestTextItems::fieldAfterReturnsTheTextUpToTheDelimiter_data()
+void TestTextItems::fieldAfterAWordEndsAtTheDelimiter_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("expected");
@@ -439,14 +439,14 @@ void TestTextItems::fieldAfterReturnsTheTextUpToTheDelimiter_data()
     tests::addTexts("first match wins", {"KEY=a;KEY=b", "a"});
 }
 
-void TestTextItems::fieldAfterReturnsTheTextUpToTheDelimiter()
+void TestTextItems::fieldAfterAWordEndsAtTheDelimiter()
 {
     QFETCH(QString, text);
     const QString result = data::fieldAfter(text, "KEY=", ';');
     QTEST(result, "expected");
 }
 
-void TestTextItems::endsWithBackslashCutsTheLineBeforeTheBackslash_data()
+void TestTextItems::backslashAtTheLineEndIsRecognisedAndRemoved_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<bool>("marked");
@@ -461,7 +461,7 @@ void TestTextItems::endsWithBackslashCutsTheLineBeforeTheBackslash_data()
     QTest::newRow("empty") << "" << false << "";
 }
 
-void TestTextItems::endsWithBackslashCutsTheLineBeforeTheBackslash()
+void TestTextItems::backslashAtTheLineEndIsRecognisedAndRemoved()
 {
     QFETCH(QString, line);
     const bool result = data::endsWithBackslash(line);
@@ -469,7 +469,7 @@ void TestTextItems::endsWithBackslashCutsTheLineBeforeTheBackslash()
     QTEST(line, "shortened");
 }
 
-void TestTextItems::dropBackslashRemovesAtMostTwoBackslashes_data()
+void TestTextItems::atMostTwoTrailingBackslashesAreRemoved_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("expected");
@@ -479,14 +479,14 @@ void TestTextItems::dropBackslashRemovesAtMostTwoBackslashes_data()
     tests::addTexts("three", {"a\\\\\\", "a\\"});
 }
 
-void TestTextItems::dropBackslashRemovesAtMostTwoBackslashes()
+void TestTextItems::atMostTwoTrailingBackslashesAreRemoved()
 {
     QFETCH(QString, line);
     const QString result = data::dropBackslash(line);
     QTEST(result, "expected");
 }
 
-void TestTextItems::numberTestsDistinguishRealsIntegersAndDigits_data()
+void TestTextItems::numberChecksDistinguishRealsIntegersAndDigits_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("real");
@@ -516,7 +516,7 @@ void TestTextItems::numberTestsDistinguishRealsIntegersAndDigits_data()
     QTest::newRow("a letter outside ASCII") << u"\u00e9"_qs << false << false << false;
 }
 
-void TestTextItems::numberTestsDistinguishRealsIntegersAndDigits()
+void TestTextItems::numberChecksDistinguishRealsIntegersAndDigits()
 {
     QFETCH(QString, text);
     const bool isReal = data::isRealNumber(text);
@@ -527,7 +527,7 @@ void TestTextItems::numberTestsDistinguishRealsIntegersAndDigits()
     QTEST(isDigits, "digits");
 }
 
-void TestTextItems::paddedAddsAtMost101Blanks_data()
+void TestTextItems::paddingAddsAtMost101Blanks_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("length");
@@ -543,7 +543,7 @@ void TestTextItems::paddedAddsAtMost101Blanks_data()
                                  << "ab" + QString(101, ' ');
 }
 
-void TestTextItems::paddedAddsAtMost101Blanks()
+void TestTextItems::paddingAddsAtMost101Blanks()
 {
     QFETCH(QString, text);
     QFETCH(int, length);
@@ -551,7 +551,7 @@ void TestTextItems::paddedAddsAtMost101Blanks()
     QTEST(result, "expected");
 }
 
-void TestTextItems::blanksReturnsAtMost101Blanks()
+void TestTextItems::blankStringHasAtMost101Blanks()
 {
     QCOMPARE(data::blanks(0), "");
     QCOMPARE(data::blanks(-1), "");
@@ -560,7 +560,7 @@ void TestTextItems::blanksReturnsAtMost101Blanks()
     QCOMPARE(data::blanks(102), QString(101, ' '));
 }
 
-void TestTextItems::withThousandsInsertsCommasBeforeThePoint_data()
+void TestTextItems::thousandsSeparatorsAreInsertedBeforeThePoint_data()
 {
     QTest::addColumn<QString>("number");
     QTest::addColumn<QString>("expected");
@@ -575,7 +575,7 @@ void TestTextItems::withThousandsInsertsCommasBeforeThePoint_data()
     tests::addTexts("empty", {"", ""});
 }
 
-void TestTextItems::withThousandsInsertsCommasBeforeThePoint()
+void TestTextItems::thousandsSeparatorsAreInsertedBeforeThePoint()
 {
     QFETCH(QString, number);
     const QString result = data::withThousands(number);

@@ -139,25 +139,25 @@ private Q_SLOTS:
     void refillAfterACopyIsDestroyedReusesTheMemory();
     void refillWhileACopyExistsUsesNewMemory_data();
     void refillWhileACopyExistsUsesNewMemory();
-    void copyInOneBlockDoesNotAffectOtherBlocks();
+    void copiedListForcesNewMemoryForItsBlockOnly();
 
-    void copyOfAListIsNeverChanged_data();
-    void copyOfAListIsNeverChanged();
+    void copyOfAListKeepsItsValues_data();
+    void copyOfAListKeepsItsValues();
     void refillDoesNotChangeACopyOfTheRows();
     void listsOutliveTheBlocks();
 
-    void writeDoesNotChangeTheNeighbours_data() { addWrites(); }
-    void writeDoesNotChangeTheNeighbours();
-    void lastOwnerCanChangeItsList_data() { addWrites(); }
-    void lastOwnerCanChangeItsList();
+    void writingToAListDoesNotChangeNeighbouringLists_data() { addWrites(); }
+    void writingToAListDoesNotChangeNeighbouringLists();
+    void lastListOfABlockCanBeChanged_data() { addWrites(); }
+    void lastListOfABlockCanBeChanged();
     void changedListIsReplacedByTheNextFill_data() { addWrites(); }
     void changedListIsReplacedByTheNextFill();
 
-    void refillWritesRowsGivenInAnotherOrder();
-    void refillWritesARowThatWasCopiedBefore();
+    void refillWritesReorderedRows();
+    void refillWritesARowSwappedWithAnEarlierCopy();
     void refillWritesRowsThatShareAList();
-    void refillWritesAShorterLastBlock();
-    void refillMayChangeTheLengthOfTheLists();
+    void refillWritesAChangedNumberOfRows();
+    void refillCanChangeTheLengthOfTheLists();
     void twoListsOfRowsAreFilledIndependently();
     void forgettingBlocksDoesNotChangeTheLists();
     void forgettingABlockReleasesItsMemory();
@@ -264,7 +264,7 @@ void tst_ValueBlocks::refillWhileACopyExistsUsesNewMemory()
     QCOMPARE(copy, valuesOf(row, 1));
 }
 
-void tst_ValueBlocks::copyInOneBlockDoesNotAffectOtherBlocks()
+void tst_ValueBlocks::copiedListForcesNewMemoryForItsBlockOnly()
 {
     ValueBlocks blocks;
     Rows rows(192);
@@ -277,7 +277,7 @@ void tst_ValueBlocks::copyInOneBlockDoesNotAffectOtherBlocks()
     QCOMPARE(copy, valuesOf(64, 1));
 }
 
-void tst_ValueBlocks::copyOfAListIsNeverChanged_data()
+void tst_ValueBlocks::copyOfAListKeepsItsValues_data()
 {
     QTest::addColumn<QString>("event");
     for (const char* event :
@@ -287,7 +287,7 @@ void tst_ValueBlocks::copyOfAListIsNeverChanged_data()
     }
 }
 
-void tst_ValueBlocks::copyOfAListIsNeverChanged()
+void tst_ValueBlocks::copyOfAListKeepsItsValues()
 {
     QFETCH(QString, event);
     auto blocks = std::make_unique<ValueBlocks>();
@@ -357,7 +357,7 @@ void tst_ValueBlocks::listsOutliveTheBlocks()
     QVERIFY(areFilled(rows, 2));
 }
 
-void tst_ValueBlocks::writeDoesNotChangeTheNeighbours()
+void tst_ValueBlocks::writingToAListDoesNotChangeNeighbouringLists()
 {
     QFETCH(Write, write);
     for (const int position : {0, 1, 30, 63, 64, 69}) {
@@ -375,7 +375,7 @@ void tst_ValueBlocks::writeDoesNotChangeTheNeighbours()
 
 // Only one list of the block still exists. The memory before and after it belonged to lists
 // that have been destroyed.
-void tst_ValueBlocks::lastOwnerCanChangeItsList()
+void tst_ValueBlocks::lastListOfABlockCanBeChanged()
 {
     QFETCH(Write, write);
     for (const int position : {0, 1, 30, 63}) {
@@ -417,7 +417,7 @@ void tst_ValueBlocks::changedListIsReplacedByTheNextFill()
     }
 }
 
-void tst_ValueBlocks::refillWritesRowsGivenInAnotherOrder()
+void tst_ValueBlocks::refillWritesReorderedRows()
 {
     ValueBlocks blocks;
     Rows rows(64);
@@ -437,7 +437,7 @@ void tst_ValueBlocks::refillWritesRowsGivenInAnotherOrder()
 
 // If a row is swapped with a row outside the list, the block's memory keeps its number of
 // owners, but one of them is no longer in the list.
-void tst_ValueBlocks::refillWritesARowThatWasCopiedBefore()
+void tst_ValueBlocks::refillWritesARowSwappedWithAnEarlierCopy()
 {
     ValueBlocks blocks;
     Rows rows(64);
@@ -471,7 +471,7 @@ void tst_ValueBlocks::refillWritesRowsThatShareAList()
     QVERIFY(areFilled(rows, 4));
 }
 
-void tst_ValueBlocks::refillWritesAShorterLastBlock()
+void tst_ValueBlocks::refillWritesAChangedNumberOfRows()
 {
     ValueBlocks blocks;
     Rows rows;
@@ -492,7 +492,7 @@ void tst_ValueBlocks::refillWritesAShorterLastBlock()
     }
 }
 
-void tst_ValueBlocks::refillMayChangeTheLengthOfTheLists()
+void tst_ValueBlocks::refillCanChangeTheLengthOfTheLists()
 {
     // With 1 and 65 rows, the last block has a single list. It starts at the same address for
     // every length, so only its length shows that the block cannot be reused.
