@@ -25,8 +25,8 @@ namespace data
 namespace
 {
 
-// The reference implementation reads a QTextStream in text mode, simplifies each line,
-// splits it at white space and converts the words with QString::toDouble. Data lines
+// The reference implementation in the tests reads a QTextStream in text mode, simplifies each
+// line, splits it at white space and converts the words with QString::toDouble. Data lines
 // of plain ASCII, which are nearly all lines of a real map, take a fast path with
 // the same result: their words are found and converted as bytes, in place.
 
@@ -143,7 +143,7 @@ public:
         return !m_isRefused;
     }
 
-    /// Reads any line, without its line end; false if the map is refused.
+    /// Reads a line that is already decoded and has no line end; false if the map is refused.
     bool addTextLine(const QString& line)
     {
         appendPending(); // the energy handler can read the map, so no pixel may be pending
@@ -202,7 +202,7 @@ public:
 
 private:
     /// Reads a data line of plain ASCII and adds its pixel, if it has one. Returns
-    /// false and changes nothing if the line must be read as text.
+    /// false and changes nothing if the line must be read by addTextLine().
     bool addPlainLine(ByteWords& words)
     {
         if (m_isFirstLine || words.startsWith('#')) {
