@@ -45,14 +45,14 @@ bool isSizeTooLarge(qint64 width, qint64 height, qint64 stored)
 {
     const qint64 columns = std::max(width, qint64{1});
     const qint64 lines = std::max(height, qint64{1});
-    // Width and height are checked first, because for a corrupt file their product can
-    // overflow.
+    // Width and height are checked before they are multiplied, because the product of two
+    // huge numbers would overflow.
     if (columns > maxMapPixels || lines > maxMapPixels || columns * lines > maxMapPixels) {
         return true;
     }
     const qint64 pixels = columns * lines;
-    // The number of stored pixels is clamped, because it depends on the file: its product
-    // with maxPixelsPerStored could overflow, too.
+    // The number of stored pixels is clamped, because for a huge file its product with
+    // maxPixelsPerStored could overflow, too.
     return pixels > maxUncheckedPixels &&
            pixels > std::clamp(stored, qint64{0}, maxMapPixels) * maxPixelsPerStored;
 }

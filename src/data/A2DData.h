@@ -25,7 +25,7 @@ Q_DECLARE_TYPEINFO(A2DRow, Q_RELOCATABLE_TYPE);
 /// A map in memory: its pixels in the order of the file, the comment lines of the file
 /// and the size of the map. An element of @c rows is one pixel.
 ///
-/// The order is taken to be row-major, `index = y * xNum + x`: a pixel is looked up by this
+/// The order is assumed to be row-major, `index = y * xNum + x`: a pixel is looked up by this
 /// index, not by the coordinates stored in it. The number of pixels in @c rows can differ
 /// from xNum * yNum.
 class A2DData

@@ -165,10 +165,9 @@ public:
     /// The mut of the spectrum at working energy @p E minus the post-edge line if
     /// @p subPost, otherwise minus the pre-edge line.
     ///
-    /// mut is interpolated on the segment that ends at the first point, in file
-    /// order, whose working energy is @p E or more. The segment of the first point
-    /// starts at energy 0 and mut 0, so an energy at or below the first point is
-    /// interpolated from the origin.
+    /// mut is interpolated between the first point, in file order, whose working energy
+    /// is @p E or more, and its predecessor. Point 0 has no predecessor; energy 0 and
+    /// mut 0 are used instead.
     ///
     /// @return false, with @p out unchanged, if no point has a working energy of @p E or more
     bool backgroundSubtractedAt(double E, bool subPost, double* out) const;

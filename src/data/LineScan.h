@@ -9,10 +9,10 @@ namespace data
 /// Whether a text map file can have too many lines, a line that is too long, or too much
 /// comment text for its reader.
 ///
-/// For UTF-8 text, this is an upper estimate: the function examines only line feeds and
-/// the first non-blank byte of each line. The line counts as a comment if this byte is "#"
-/// or must be decoded (see ByteKind). If the result is true, only the reader itself can
-/// decide whether the file is refused.
+/// The function is fast because it examines only line feeds and the first non-blank byte
+/// of each line. A line counts as a comment if this byte is "#" or must be decoded (see
+/// ByteKind). For UTF-8 text, false is certain: the reader does not refuse the file for
+/// these reasons. If the result is true, only the reader itself can decide.
 ///
 /// Reads @p device from its position to its end.
 bool mayBeRefused(QIODevice& device);

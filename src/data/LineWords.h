@@ -106,11 +106,11 @@ public:
     const char* position() const { return m_next; }
 
 private:
-    /// For a number that consists of digits and at most a minus sign, a decimal point and
-    /// an exponent, std::from_chars() returns the same bits as QString::toDouble(). The
-    /// two functions differ for overflow, for the words of infinity and NaN, for a
-    /// leading "+" and for characters after the number; in these cases
-    /// QString::toDouble() is called.
+    /// The number in @p word, as QString::toDouble() returns it. If the number consists of
+    /// digits and at most a minus sign, a decimal point and an exponent, std::from_chars()
+    /// returns the same bits. The two functions can differ for overflow and underflow, for
+    /// "inf" and "nan", for a leading "+" and for characters after the number; in these
+    /// cases QString::toDouble() is called.
     static double toDouble(std::string_view word)
     {
         const char* const end = word.data() + word.size();
@@ -147,8 +147,8 @@ class TextWords
 {
 public:
     /// A line with an unpaired surrogate is a single word: the reference
-    /// implementation splits with a regular expression, which never matches in
-    /// invalid UTF-16.
+    /// implementation in the tests splits lines with a regular expression, which never
+    /// matches in invalid UTF-16.
     explicit TextWords(QStringView line)
         : m_rest(line)
         , m_isSplit(line.isValidUtf16())

@@ -144,7 +144,7 @@ public:
         return !m_isRefused;
     }
 
-    /// Reads any line, without its line end; false if the map is refused.
+    /// Reads a line that is already decoded and has no line end; false if the map is refused.
     bool addTextLine(const QString& line)
     {
         appendPending(); // the energy handler can read the map, so no pixel may be pending
@@ -203,7 +203,7 @@ public:
 
 private:
     /// Reads a data line of plain ASCII and adds its pixel, if it has one. Returns
-    /// false and changes nothing if the line must be read as text.
+    /// false and changes nothing if the line must be read by addTextLine().
     bool addPlainLine(ByteWords& words)
     {
         if (m_isFirstLine || words.startsWith('#')) {

@@ -96,8 +96,8 @@ public:
     /// if @p n is below 0.
     ///
     /// The extremes of @p dest are extended by each mean. All other pixels of @p dest are
-    /// left unchanged. The mean uses a running sum: once a valid NaN or infinity has
-    /// entered the sum, all further means of the line are NaN or infinite.
+    /// left unchanged. The mean uses a running sum: once the NaN or infinity of a valid
+    /// pixel has entered the sum, all further means of the line are NaN or infinite.
     ///
     /// @param dest  must not be this map
     void smoothAlongX(TDData0* dest, int n) const;
@@ -132,7 +132,7 @@ public Q_SLOTS:
     /// Sets the region of interest.
     void setRegion(QRect rR);
 
-    /// Stops the use of the region; @c region keeps its value.
+    /// Marks the region as not in use; @c region keeps its value.
     void regionCleared();
 
 private:

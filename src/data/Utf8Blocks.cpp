@@ -105,9 +105,9 @@ bool Utf8Blocks::next()
     return m_filled > 0;
 }
 
-/// Whether the first line is longer than data::longestLine. Its first @p searched bytes
-/// are known to contain no line feed. The lines after the first need no check: each of
-/// them fits into one block, and a block is smaller than the bound.
+/// Whether the first line in m_block is longer than data::longestLine. Its first @p searched
+/// bytes are known to contain no line feed. The other lines in m_block need no check: each of
+/// them is in the block that was read last, and a block is smaller than the bound.
 bool Utf8Blocks::isFirstLineTooLong(std::size_t searched)
 {
     constexpr auto maxBytes = static_cast<std::size_t>(longestLine);
@@ -121,7 +121,8 @@ bool Utf8Blocks::isFirstLineTooLong(std::size_t searched)
     return m_characters > maxBytes;
 }
 
-/// Reads a block after the unfinished line; false at the end of the device.
+/// Reads the next block of the device and appends it to the unfinished line; false at the
+/// end of the device.
 bool Utf8Blocks::fill()
 {
     const auto size =

@@ -67,7 +67,7 @@ private:
     std::size_t m_capacity = 0;
     std::size_t m_linesSize = 0;
     std::size_t m_filled = 0;
-    std::size_t m_counted = 0;    ///< bytes of a long first line that are already counted
+    std::size_t m_counted = 0;    ///< bytes of the first line in m_block counted so far
     std::size_t m_characters = 0; ///< UTF-16 code units of the counted bytes
 };
 

@@ -117,7 +117,7 @@ void AFileSelect::newFiles(QStringList paths)
 void AFileSelect::clearFileName()
 {
     FileName->clear();
-    // newDir() is not emitted: the directory that all rows use does not change.
+    // newDir() is not emitted: the directory that the rows for input share does not change.
     Q_EMIT newFilePath(QString());
     Q_EMIT selectedFile();
 }

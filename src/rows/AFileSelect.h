@@ -94,8 +94,8 @@ protected:
     /// Accepts every drag.
     void dragEnterEvent(QDragEnterEvent* event) override;
 
-    /// Calls newFile() for the first URL of the drop, after QString::simplified() on its
-    /// path. Does nothing if it is not a "file://" URL.
+    /// Applies QString::simplified() to the path of the first dropped URL and calls
+    /// newFile() with the result. Does nothing if this URL is not a "file://" URL.
     void dropEvent(QDropEvent* event) override;
 
     /// Saves the current selection when the dialog opens, so that it can be restored if the

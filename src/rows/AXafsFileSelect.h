@@ -32,10 +32,10 @@ public:
 
 public Q_SLOTS:
     /// Reads the file and emits foundNewEdge() if it contains a spectrum. The next paint
-    /// of the frame fits the range to the new data.
+    /// of the frame fits the range of its axes to the new data.
     ///
-    /// The slot hides AFileSelect::newFile() but does not override it: that function emits
-    /// newFilePath(), which is connected to this slot. To load a file from code, call
+    /// This slot hides AFileSelect::newFile() but does not override it: AFileSelect::newFile()
+    /// emits newFilePath(), which calls this slot. To load a file from code, call
     /// AFileSelect::newFile(), which also shows the path and emits the signals.
     void newFile(QString path);
 
@@ -43,9 +43,9 @@ public Q_SLOTS:
     /// background lines are not fitted again.
     void setNewDE();
 
-    /// Draws the spectrum, its two background lines and three vertical lines at
-    /// preEdgeEnd, edgeEnergy and postEdgeStart, over the working energy (eV), and writes
-    /// the edge jump as text. If the spectrum has no points, draws only a white background.
+    /// Draws the spectrum and its two background lines against the working energy (eV).
+    /// Also draws vertical lines at preEdgeEnd, edgeEnergy and postEdgeStart, and writes the
+    /// edge jump as text. If the spectrum has no points, draws only a white background.
     /// Does nothing without a frame.
     void draw(QStylePainter* p);
 

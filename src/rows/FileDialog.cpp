@@ -89,7 +89,8 @@ FileDialog::FileDialog(QWidget* parent)
     detachCompleter();
     if (QFileSystemModel* model = fileModel()) {
         leaveFolder(model);
-        // A remaining prefix or root index would make the model read the folder again.
+        // If the completer kept its prefix or a view kept its root index, the model would
+        // read the root folder again.
         if (m_completer) {
             m_completer->setCompletionPrefix(QString());
         }
@@ -122,7 +123,8 @@ void FileDialog::setVisible(bool visible)
 {
     const bool wasVisible = isVisible();
     if (visible && !wasVisible) {
-        // resume() must run before the dialog is shown: a visible native dialog can ignore it.
+        // resume() must run before the dialog is shown: a visible native dialog can ignore a
+        // change of its folder.
         resume();
     } else if (wasVisible && !visible) {
         m_folder = QFileDialog::directory().path();
