@@ -93,16 +93,17 @@ double targetMut(const Target& target, double energyEv);
 /// Energies (eV) of the points of every spectrum. They include the energies of all maps.
 const std::vector<double>& scanEnergies();
 
-/// The true valence of a pixel: a ramp from 2.1 at the left to 2.6 at the right, and 2.9 in
-/// a ring around the centre of the map.
+/// The true valence of a pixel of the first image: a ramp from 2.1 at the left to 2.6 at the right,
+/// and 2.9 in a ring around the centre of the map.
 /// @param x,y  pixel indices; x is 0 at the left, y is 0 in the first line of the map,
 ///         which is displayed at the bottom
 double valenceAt(int x, int y);
 
-/// The fraction of Ni(II) in a pixel: 3 - valence.
+/// The fraction of Ni(II) in a pixel of the first image: 3 - valence.
 double fractionAt(int x, int y);
 
-/// The true edge jump of a pixel: 1.4 inside the letters "Ni" and 0.6 around them.
+/// The true edge jump of a pixel of the first image: 1.4 inside the letters "Ni" and 0.6 around
+/// them.
 double amountAt(int x, int y);
 
 /// Absorbance of a pixel of the first image at @p energyEv.
