@@ -22,8 +22,8 @@ namespace
 
 const int side = bench::amount(1000, 50);
 
-/// One map for each row index in @p rows. The first call with these rows creates the maps;
-/// later calls return the same maps.
+/// Maps at the energies neqEnergiesEv[i] for each i in @p rows. The first call with these
+/// indices creates the maps; later calls return the same maps.
 const QList<A2DData>& mapsOf(const QList<int>& rows)
 {
     static std::map<QList<int>, QList<A2DData>> made;

@@ -1,7 +1,7 @@
 # Adds a check of the includes to a target; CheckIncludes.cmake contains the rules. The check
-# runs before the target, and all targets that depend on it, are built. If an include breaks
-# a rule, the build fails. The check covers all sources in the source folder of the target, even
-# sources that belong to no target.
+# runs before the target is built. If an include breaks a rule, the build of the target and of
+# all targets that depend on it fails. The check covers all sources in the source folder of the
+# target, even sources that belong to no target.
 function(aelk_check_includes target)
   get_target_property(tree ${target} SOURCE_DIR)
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${tree}/*)

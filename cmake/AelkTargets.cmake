@@ -66,17 +66,18 @@ function(aelk_precompile target)
   endif()
 endfunction()
 
-# Qt defines macros with the folders of each test. They are undefined here because
-# programs can share precompiled headers only if their macros are equal; no test uses
-# them.
+# Compiler options of all test programs. Qt defines macros with the folders of each test. They
+# are undefined here because programs can share precompiled headers only if their macros are
+# equal; no test uses them.
 set(AELK_TEST_OPTIONS -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR)
 if(AELK_SANITIZE)
   # -O0 instead of -O1, because compiling a test takes longer than running it.
   list(APPEND AELK_TEST_OPTIONS -O0)
 endif()
 
-# Precompiles the headers in ARGN for all test programs that use the given library. Without
-# this, the headers take half of the compile time of a test.
+# Adds the library `name`. It precompiles the given headers, which most tests include, once
+# for all test programs that use `library`. Otherwise these headers would take half of the
+# compile time of each test.
 function(aelk_add_test_headers name library)
   set(source ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp)
   file(CONFIGURE OUTPUT ${source} CONTENT "// Only for its precompiled headers.\n")
@@ -87,16 +88,18 @@ function(aelk_add_test_headers name library)
   target_precompile_headers(${name} PRIVATE ${ARGN})
 endfunction()
 
-# Adds a Qt Test program that runs without a display.
+# Environment of all test programs. They run without a display.
+set(AELK_TEST_ENVIRONMENT
+  "QT_QPA_PLATFORM=offscreen"
+  "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0"
+  "UBSAN_OPTIONS=print_stacktrace=1")
+
+# Adds a Qt Test program.
 # aelk_add_test(tst_name libraries...)
 #
 # moc runs only on the single source of the test. AUTOMOC would search for more sources and
 # compile an additional empty source for each program, which took a tenth of the time of
 # a complete test run.
-set(AELK_TEST_ENVIRONMENT
-  "QT_QPA_PLATFORM=offscreen"
-  "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0"
-  "UBSAN_OPTIONS=print_stacktrace=1")
 function(aelk_add_test name)
   qt_generate_moc(${name}.cpp ${name}.moc)
   add_executable(${name} ${name}.cpp ${CMAKE_CURRENT_BINARY_DIR}/${name}.moc)

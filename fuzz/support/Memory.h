@@ -19,9 +19,10 @@ inline qint64 freeMemory = plentyOfMemory;
 /// peakRequestOf(); -1 if there was no request.
 inline qint64 peakRequest = -1; // bytes
 
-/// Limits the simulated free memory during the lifetime of this object. The limit is
-/// compared with the whole request to data::canAllocate(), which can include a reserve that
-/// the program keeps free, so a result of peakRequestOf() can be used as the limit.
+/// Limits the simulated free memory during the lifetime of this object. A request to
+/// data::canAllocate() is refused if it is above the limit. A request can include a reserve that
+/// the program keeps free. The results of peakRequestOf() also include this reserve, so they can
+/// be used as limits.
 class LimitedMemory
 {
 public:

@@ -347,8 +347,9 @@ void checkCollection(const QList<analysis::PointState>& points,
     checkPlane(three);
 }
 
-/// Checks neqSolve() against the reference implementation, and the results of
-/// neqTargetResult() against the results of both.
+/// Checks neqSolve() against the reference implementation. neqTargetResult() must return the
+/// shares and the background of the reference implementation, and a total that agrees with the
+/// sum of neqSolve().
 void checkNonEquivalent(fuzz::ByteReader& in, const QList<analysis::PointState>& points,
                         const analysis::ReferenceSet& references)
 {

@@ -153,8 +153,10 @@ void checkFile(const QByteArray& bytes)
     checkBounds(found);
     checkPixels(found.map);
     if (fuzz::oneIn(8, bytes)) {
+        // Reads the second half of the input first, so that the second read has to replace the
+        // content of a map.
         Reading again;
-        readBuffer(again, bytes.sliced(bytes.size() / 2)); // first reads another file into the map
+        readBuffer(again, bytes.sliced(bytes.size() / 2));
         readBuffer(again, bytes);
         checkSame(again, expected);
     }

@@ -51,10 +51,10 @@ void checkTextWords(const QString& line, const QStringList& expected)
     FUZZ_REQUIRE(!words.next());
 }
 
-/// Converts every @p step-th word to a double and skips the other words. If the reader then
-/// reports a plain line, it must have found as many words as the decoded text has, the
-/// numbers must be equal to the results of QString::toDouble(), and startsWith() must be
-/// right.
+/// Converts every @p step-th word to a double and skips the other words. If isPlain() is true
+/// afterwards, the bytes did not need a decoder: the number of words must then be equal to the
+/// number of words in the decoded text, the numbers must be equal to the results of
+/// QString::toDouble(), and startsWith() must be right.
 void checkByteWords(const std::vector<char>& line, const QStringList& expected, int step)
 {
     data::ByteWords words(line.data());

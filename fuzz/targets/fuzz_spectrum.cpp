@@ -105,8 +105,9 @@ void checkPoints(const AMutE& record, bool isRead, const QByteArray& bytes)
     checkExtremes(record);
 }
 
-/// Reads the second half of the file into a spectrum and then the whole file. The result must
-/// be the same as @p first, which was read into an empty spectrum.
+/// Reads the second half of the input into a spectrum, and then the whole input into the same
+/// spectrum. The result must be equal to @p first, the result of reading the input into an
+/// empty spectrum.
 void checkSecondRead(const AMutE& first, const QByteArray& bytes)
 {
     AMutE record = recordFor(bytes);

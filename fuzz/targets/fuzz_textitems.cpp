@@ -79,9 +79,9 @@ void checkComment(const QString& line)
 
 /// The documented formula: leading white space is removed, and the rest is cut to n - 1
 /// characters, where n is the index of the last non-blank character in the untrimmed
-/// line. On purpose, n counts the leading white space, too. So a text without leading blanks
-/// loses its last two characters, a text after one blank loses the last character, and a text
-/// after two or more blanks loses none.
+/// line. On purpose, n counts the leading white space, too. If the line has no leading white
+/// space, the cut removes the last two characters of the text; with one leading blank, it
+/// removes the last character; with two or more, it removes none.
 void checkTrimmed(const QString& line)
 {
     qsizetype first = 0;
@@ -121,9 +121,9 @@ void checkFields(const QString& text, const QString& other)
     FUZZ_REQUIRE(field == text);
     FUZZ_REQUIRE(data::commaFieldLoose(written + u',' + other, field) == other);
     FUZZ_REQUIRE(field == text);
-    // Each call of commaFieldLoose() must consume at least one character. commaField() must
-    // not return more than the line, also if the same object is passed as the field and as
-    // the line.
+    // Each call of commaFieldLoose() must consume at least one character. The result of
+    // commaField() must not be longer than the line, even if the same QString is passed as the
+    // line and as the field.
     QString line = text;
     while (!line.isEmpty()) {
         const qsizetype before = line.size();

@@ -1,8 +1,9 @@
 // Analyses the nickel sample with aelk. Usage: aelk_sample FOLDER [-e | -j]
+// The windows are in English with -e, otherwise in Japanese.
 //
-// With a display it shows the windows of SampleRun::windows() and waits. Without a display
-// it saves pictures of them to out/. In both cases it writes the result maps to out/ and
-// prints the differences between the results and their expected values. The exit status is
+// With a display it shows the windows of SampleRun::windows() and runs until they are closed.
+// Without a display it saves pictures of them to out/. In both cases it writes the result maps to
+// out/ and prints the differences between the results and their expected values. The exit status is
 // 0 if all results are within their bounds and all result maps and pictures are written.
 #include "CombinationErrors.h"
 #include "MapErrors.h"

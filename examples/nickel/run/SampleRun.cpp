@@ -375,7 +375,8 @@ QList<MapCheck> SampleRun::checkMap(const nickel::MapForm& form) const
             const nickel::ExpectedErrors expected = nickel::expectedErrors(form, x, y);
             // The intensity field of a result pixel stores the fraction a, and the I0 field
             // the thickness. The valences of the two references differ by 1, so the error of
-            // the valence is the error of a with the opposite sign.
+            // the valence is the error of a with the opposite sign. The check does not depend
+            // on the sign.
             valence.add(pixel.intensity - nickel::fractionAt(x, y), expected.fraction.sigma,
                         expected.fraction.bias);
             const double jump = nickel::amountAt(x, y);

@@ -14,8 +14,8 @@ double commonShape(std::size_t row)
     return shape(compounds()[niII], mapEnergiesEv.at(row));
 }
 
-/// The model of a pixel, mut = jump * s + background, fitted to its absorbances: the edge
-/// jump, and the background at the energy of the V point.
+/// The edge jump of a pixel and its background at the energy of the V point. They result from
+/// a fit of mut = jump * s + background to the absorbances of the pixel at the other energies.
 struct PixelLine {
     double jump;
     double backgroundAtV;

@@ -99,7 +99,7 @@ const std::vector<double>& scanEnergies();
 ///         which is displayed at the bottom
 double valenceAt(int x, int y);
 
-/// The fraction of Ni(II) in a pixel: 3 - valence.
+/// The fraction of Ni(II) in a pixel of the first image: 3 - valence.
 double fractionAt(int x, int y);
 
 /// The true edge jump of a pixel of the first image: 1.4 inside the letters "Ni" and 0.6 around

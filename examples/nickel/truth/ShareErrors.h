@@ -63,8 +63,9 @@ private:
 /// @param fit  the solution with noise-free references
 std::vector<ExpectedError> pixelErrors(const ShareForm& form, const ShareFit& fit, int x, int y);
 
-/// The standard deviations, due to the noise of the references, of the results averaged over
-/// the image. The total dMut of each pixel is divided by its true value before averaging.
+/// The standard deviations of the results averaged over the image, due to the noise of the
+/// references. The total dMut of each pixel is divided by the true edge jump of this pixel
+/// before averaging.
 std::vector<double> referenceErrors(const ShareForm& form);
 
 /// The standard deviations of the target's results due to the noise of all spectra.
