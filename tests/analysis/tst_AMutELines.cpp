@@ -80,8 +80,8 @@ private Q_SLOTS:
 
     void edgeIsTheMiddleOfTheLargestStep_data();
     void edgeIsTheMiddleOfTheLargestStep();
-    void indexBelowIsTheStartOfThePairAroundTheEnergy_data();
-    void indexBelowIsTheStartOfThePairAroundTheEnergy();
+    void indexBelowReturnsTheFirstOfTheTwoPointsAroundTheEnergy_data();
+    void indexBelowReturnsTheFirstOfTheTwoPointsAroundTheEnergy();
     void mutIsInterpolatedOrExtrapolatedLinearly_data();
     void mutIsInterpolatedOrExtrapolatedLinearly();
     void interpolationAtAPointGivesItsMut();
@@ -340,7 +340,7 @@ void tst_AMutELines::edgeIsTheMiddleOfTheLargestStep()
     QCOMPARE(spectrumOf(pairs, dE).findEdge(), edge);
 }
 
-void tst_AMutELines::indexBelowIsTheStartOfThePairAroundTheEnergy_data()
+void tst_AMutELines::indexBelowReturnsTheFirstOfTheTwoPointsAroundTheEnergy_data()
 {
     QTest::addColumn<Pairs>("pairs");
     QTest::addColumn<double>("dE");
@@ -373,7 +373,7 @@ void tst_AMutELines::indexBelowIsTheStartOfThePairAroundTheEnergy_data()
     QTest::newRow("one point, above it: index -1") << Pairs{{10, 0}} << 0.0 << 15.0 << -1;
 }
 
-void tst_AMutELines::indexBelowIsTheStartOfThePairAroundTheEnergy()
+void tst_AMutELines::indexBelowReturnsTheFirstOfTheTwoPointsAroundTheEnergy()
 {
     QFETCH(Pairs, pairs);
     QFETCH(double, dE);

@@ -44,7 +44,7 @@ private Q_SLOTS:
     void resultFieldsShowSixDigitsWithTheCursorAtTheStart();
     void targetRunLeavesMapAndHistogramsUnchanged();
 
-    void rowNumbersAreReadFromTheirFields();
+    void targetValueIsReadFromTheFieldOfTheEnergyRow();
     void backgroundIsLinearExactlyIfTheLinearRadioIsChecked_data();
     void backgroundIsLinearExactlyIfTheLinearRadioIsChecked();
 
@@ -200,7 +200,7 @@ void tst_FourPsTarget::targetRunLeavesMapAndHistogramsUnchanged()
     }
 }
 
-void tst_FourPsTarget::rowNumbersAreReadFromTheirFields()
+void tst_FourPsTarget::targetValueIsReadFromTheFieldOfTheEnergyRow()
 {
     // The target's value at the V row is changed from 3 to 3.5, so f(T) = (3.5 - 1) / (5 - 1)
     // = 5/8. With f(R1) = 3/4 and f(R2) = 1/4, a = (5/8 - 1/4) / (3/4 - 1/4) = 3/4.

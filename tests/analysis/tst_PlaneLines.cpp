@@ -50,7 +50,7 @@ private Q_SLOTS:
     void secondSlopeIsR2OverR1OfTheVRow_data();
     void secondSlopeIsR2OverR1OfTheVRow();
     void secondSlopeIsNotFiniteIfTheVRowIsAtXZero();
-    void secondSlopeIsNaNWithoutAVRow();
+    void secondSlopeIsNaNIfThereIsNoVRow();
     void firstRowCanBeTheVRow();
     void lineThroughAllRowsIsRecovered_data();
     void lineThroughAllRowsIsRecovered();
@@ -116,7 +116,7 @@ void tst_PlaneLines::secondSlopeIsNotFiniteIfTheVRowIsAtXZero()
 }
 
 // If rows.v.row is -1, there is no V row, and the other numbers of rows.v have no effect.
-void tst_PlaneLines::secondSlopeIsNaNWithoutAVRow()
+void tst_PlaneLines::secondSlopeIsNaNIfThereIsNoVRow()
 {
     CollectedRows rows = rowsAt({{0.0, 1.0}, {1.0, 3.0}});
     rows.v.row = -1;

@@ -44,7 +44,7 @@ private Q_SLOTS:
     void exactFormCollectsTheFirstThreeRows();
     void firstTwoUsedReferencesAreCollected();
     void earlierOfTwoVRowsIsLeftOut();
-    void fewerThanTwoUsedReferencesCollectNothing();
+    void nothingIsCollectedWithFewerThanTwoUsedReferences();
     void usableCountsNoVRowIfThereIsNone();
 };
 
@@ -126,7 +126,7 @@ void tst_RowCollection::earlierOfTwoVRowsIsLeftOut()
     QCOMPARE(rows.usable(), 2);
 }
 
-void tst_RowCollection::fewerThanTwoUsedReferencesCollectNothing()
+void tst_RowCollection::nothingIsCollectedWithFewerThanTwoUsedReferences()
 {
     for (const bool isFirstUsed : {true, false}) {
         const CollectedRows rows = analysis::collectRowsLS({point(true, true, true, 100)},

@@ -218,8 +218,8 @@ private Q_SLOTS:
 
     void printMatrixWritesOneLinePerRow();
     void printMatrixPermutedWritesTheRowsInPermutedOrder();
-    void printVectorWritesOneLine();
-    void printIndexVectorWritesOneLine();
+    void printVectorWritesTheElementsInOneRow();
+    void printIndexVectorWritesTheIndicesInOneRow();
     void printVectorPermutedWritesTheElementsInPermutedOrder();
 };
 
@@ -615,14 +615,14 @@ void tst_SmallMatrix::printMatrixPermutedWritesTheRowsInPermutedOrder()
              QByteArray("# m = \n# 3 4 \n# 1 2 \n# \n"));
 }
 
-void tst_SmallMatrix::printVectorWritesOneLine()
+void tst_SmallMatrix::printVectorWritesTheElementsInOneRow()
 {
     const Values v{1, 1234567, notANumber};
     QCOMPARE(printed([&] { SmallMatrix::printVector("v", 3, v.data()); }),
              QByteArray("# v = \n# 1 1.23457e+06 nan \n# \n"));
 }
 
-void tst_SmallMatrix::printIndexVectorWritesOneLine()
+void tst_SmallMatrix::printIndexVectorWritesTheIndicesInOneRow()
 {
     const Indices p{2, 0, -1};
     QCOMPARE(printed([&] { SmallMatrix::printIndexVector("p", 3, p.data()); }),

@@ -49,7 +49,7 @@ private Q_SLOTS:
     void setSizeWidensTheExtremesToIncludeZero_data();
     void setSizeWidensTheExtremesToIncludeZero();
 
-    void copyToTheOriginMovesTheBlock();
+    void blockIsCopiedToTheOrigin();
     void copyWithoutMovingKeepsThePixelPositions();
     void blockCopyIncludesTheLastColumnAndMapLine();
     void copiedInvalidPixelsWidenTheExtremes();
@@ -147,7 +147,7 @@ void TestTDData0::setSizeWidensTheExtremesToIncludeZero()
     QTEST(map.maxVal, "newMax");
 }
 
-void TestTDData0::copyToTheOriginMovesTheBlock()
+void TestTDData0::blockIsCopiedToTheOrigin()
 {
     const auto map = countedMap(4, 3);
     TDData0 dest(4, 3);

@@ -77,7 +77,7 @@ class tst_ComparisonGraph : public QObject
 
 private Q_SLOTS:
     void graphWithoutPointsIsEmpty();
-    void rangeExtendsValencesByFixedMargin();
+    void rangeIsTheValenceRangePlusAFixedMargin();
     void graphMatchesTheReferenceDrawing_data();
     void graphMatchesTheReferenceDrawing();
     void nonFiniteLastPointHasNoRedCircle();
@@ -101,7 +101,7 @@ void tst_ComparisonGraph::graphWithoutPointsIsEmpty()
     QVERIFY(!graph.isEmpty());
 }
 
-void tst_ComparisonGraph::rangeExtendsValencesByFixedMargin()
+void tst_ComparisonGraph::rangeIsTheValenceRangePlusAFixedMargin()
 {
     ComparisonGraph graph;
     graph.lower = -1.25;

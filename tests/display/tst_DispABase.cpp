@@ -97,7 +97,7 @@ private Q_SLOTS:
     void titlesOfLargePlotsAreLimitedToTwelvePoints();
     void drawXYTitleDrawsInBlackAndRestoresTheTransform();
     void plotWithoutDataHasNoTitlesButShowsTheMousePosition();
-    void titlesReturnWhenTheClientDrawsAgain();
+    void titlesAreHiddenWhileTheClientDrawsNothing();
 
 private:
     QImage paintedTitles(bool xInArea, bool yInArea);
@@ -328,7 +328,7 @@ void tst_DispABase::plotWithoutDataHasNoTitlesButShowsTheMousePosition()
     QCOMPARE(m_frame->YPos->text(), "0.25");
 }
 
-void tst_DispABase::titlesReturnWhenTheClientDrawsAgain()
+void tst_DispABase::titlesAreHiddenWhileTheClientDrawsNothing()
 {
     bool empty = true;
     connect(m_frame.get(), &DispABase::draw, this, [&](QStylePainter*) {

@@ -104,8 +104,8 @@ private Q_SLOTS:
 
     void panMovesTheContentsWithTheMouse();
     void eachPanStepStartsAtThePreviousPosition();
-    void panRepaintsAndKeepsHasScale_data();
-    void panRepaintsAndKeepsHasScale();
+    void panRepaintsAndLeavesTheScaleFlagUnchanged_data();
+    void panRepaintsAndLeavesTheScaleFlagUnchanged();
     void panReportsThePositionInThePreviousRange();
 
     void doubleClickOfAnyButtonRestoresAutomaticRange_data();
@@ -761,14 +761,14 @@ void tst_DispArea::eachPanStepStartsAtThePreviousPosition()
     QVERIFY(rangeIs({30.0, 10.0, 370.0, 265.0}));
 }
 
-void tst_DispArea::panRepaintsAndKeepsHasScale_data()
+void tst_DispArea::panRepaintsAndLeavesTheScaleFlagUnchanged_data()
 {
     QTest::addColumn<bool>("hasScale");
     QTest::newRow("fixed range") << true;
     QTest::newRow("automatic range") << false;
 }
 
-void tst_DispArea::panRepaintsAndKeepsHasScale()
+void tst_DispArea::panRepaintsAndLeavesTheScaleFlagUnchanged()
 {
     QFETCH(bool, hasScale);
     PaintCounter paints(m_area.get());

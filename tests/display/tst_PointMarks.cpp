@@ -43,8 +43,8 @@ class tst_PointMarks : public QObject
 private Q_SLOTS:
     void placeIsTheTruncatedPixel_data();
     void placeIsTheTruncatedPixel();
-    void pointsOutsideTheWidgetHaveNoPlace_data();
-    void pointsOutsideTheWidgetHaveNoPlace();
+    void pointsOutsideTheWidgetAreNotMarked_data();
+    void pointsOutsideTheWidgetAreNotMarked();
     void partlyVisibleMarksHaveAPlace();
     void invalidRangeHasNoPlaces();
     void circleHasTheGivenRadius();
@@ -74,7 +74,7 @@ void tst_PointMarks::placeIsTheTruncatedPixel()
     QCOMPARE(*found, place);
 }
 
-void tst_PointMarks::pointsOutsideTheWidgetHaveNoPlace_data()
+void tst_PointMarks::pointsOutsideTheWidgetAreNotMarked_data()
 {
     QTest::addColumn<QPointF>("point");
     for (const auto& [name, value] :
@@ -88,7 +88,7 @@ void tst_PointMarks::pointsOutsideTheWidgetHaveNoPlace_data()
     }
 }
 
-void tst_PointMarks::pointsOutsideTheWidgetHaveNoPlace()
+void tst_PointMarks::pointsOutsideTheWidgetAreNotMarked()
 {
     QFETCH(QPointF, point);
     QVERIFY(!display::markPlace(PlotSurface(), point.x(), point.y()));

@@ -110,8 +110,8 @@ private Q_SLOTS:
     void selectingARowRepaintsOnlyTheDataMap();
     void everyShowMapRadioSelectsItsRow();
 
-    void nonEquivalentCalculationFitsViewAndLimits_data();
-    void nonEquivalentCalculationFitsViewAndLimits();
+    void nonEquivalentCalculationFitsViewAndLimitsToTheMap_data();
+    void nonEquivalentCalculationFitsViewAndLimitsToTheMap();
     void repeatedNonEquivalentCalculationFitsViewAndLimits();
     void refusedCalculationKeepsTheResultMap();
     void threePointCalculationKeepsViewAndLimits_data();
@@ -329,12 +329,12 @@ void tst_FourPsMapRepaints::everyShowMapRadioSelectsItsRow()
     }
 }
 
-void tst_FourPsMapRepaints::nonEquivalentCalculationFitsViewAndLimits_data()
+void tst_FourPsMapRepaints::nonEquivalentCalculationFitsViewAndLimitsToTheMap_data()
 {
     gridCheckBoxRepaintsBothMapWindows_data();
 }
 
-void tst_FourPsMapRepaints::nonEquivalentCalculationFitsViewAndLimits()
+void tst_FourPsMapRepaints::nonEquivalentCalculationFitsViewAndLimitsToTheMap()
 {
     QFETCH(bool, out);
     prepareNonEquivalent(*m_panel, {0.5, 1.0, 3.0});

@@ -104,7 +104,7 @@ private Q_SLOTS:
     void setUseRecalculatesTwiceOnChange();
     void clickingACheckBoxOfARowRecalculatesOnce();
     void setCheckedOnACheckBoxOfARowDoesNotRecalculate();
-    void methodRadiosRecalculate();
+    void choosingAMethodRecalculates();
     void shiftOfAValidSpectrumRecalculatesWithoutRefit();
 
     void receiveNewRefIgnoresInvalidReferences();
@@ -451,7 +451,7 @@ void tst_FourPsReflexes::setCheckedOnACheckBoxOfARowDoesNotRecalculate()
     QVERIFY(messages(panel).isEmpty());
 }
 
-void tst_FourPsReflexes::methodRadiosRecalculate()
+void tst_FourPsReflexes::choosingAMethodRecalculates()
 {
     FourPs& panel = *m_panel;
     RunCounter counter(panel);

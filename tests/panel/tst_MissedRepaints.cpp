@@ -68,7 +68,7 @@ private Q_SLOTS:
     void typedEdgeMovesItsMarkerLineImmediately();
     void typedValenceChangesTheGridsAndTheResultMap();
     void useOfAReferenceChangesFourPlotsAndTheResultMap();
-    void limitsOfTheValenceHistogramMoveItsGrid();
+    void changedLimitMovesTheGridOfTheValenceHistogram();
     void limitsOfTheThicknessHistogramMoveItsGrid();
     void histogramCheckBoxUpdatesOnlyItsPlot();
     void failedReadOfAReferenceChangesTheResultMap();
@@ -251,7 +251,7 @@ void tst_MissedRepaints::useOfAReferenceChangesFourPlotsAndTheResultMap()
         ({"LCF vs MPS", "Histgram of a", "Histgram of dMut", "dMut/v or a", "Result Map"}));
 }
 
-void tst_MissedRepaints::limitsOfTheValenceHistogramMoveItsGrid()
+void tst_MissedRepaints::changedLimitMovesTheGridOfTheValenceHistogram()
 {
     prepareRefusedPanel();
     COMPARE_CHANGED_PICTURES([&] { enterText(m_panel->ui.HgATo, "2"); }, {"Histgram of a"});

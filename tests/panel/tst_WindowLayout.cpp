@@ -364,8 +364,8 @@ private Q_SLOTS:
     void extraHeightOfATallWindowStaysEmpty();
     void widgetsAreHighEnoughAndDoNotOverlapInOtherStylesAndFonts_data();
     void widgetsAreHighEnoughAndDoNotOverlapInOtherStylesAndFonts();
-    void moreConditionsSectionCutsOffNoText_data() { addLanguageRows(); }
-    void moreConditionsSectionCutsOffNoText();
+    void noTextIsCutOffWhileMoreCondsIsOn_data() { addLanguageRows(); }
+    void noTextIsCutOffWhileMoreCondsIsOn();
     void graphWindowShowsCompleteNumbers_data() { addLanguageRows(); }
     void graphWindowShowsCompleteNumbers();
     void graphWindowColumnsHaveEqualWidths_data() { addLanguageRows(); }
@@ -380,8 +380,8 @@ private Q_SLOTS:
     void graphWindowOpensInItsDesignSizeAndCutsOffNoText();
     void mapWindowsOpenInTheirDesignSizeAndCutOffNoText_data() { addLanguageRows(); }
     void mapWindowsOpenInTheirDesignSizeAndCutOffNoText();
-    void poppedOutPlotsCutOffNoText_data() { addLanguageRows(); }
-    void poppedOutPlotsCutOffNoText();
+    void noTextIsCutOffInPoppedOutPlots_data() { addLanguageRows(); }
+    void noTextIsCutOffInPoppedOutPlots();
     void poppedOutMapsCutOffNoText_data() { addLanguageRows(); }
     void poppedOutMapsCutOffNoText();
     void graphWindowCanShrinkTo425By426Pixels_data() { addLanguageRows(); }
@@ -539,7 +539,7 @@ void tst_WindowLayout::widgetsAreHighEnoughAndDoNotOverlapInOtherStylesAndFonts(
     QCOMPARE(overlaps(program.body()), QString());
 }
 
-void tst_WindowLayout::moreConditionsSectionCutsOffNoText()
+void tst_WindowLayout::noTextIsCutOffWhileMoreCondsIsOn()
 {
     QFETCH(app::Language, language);
     const Program program(language);
@@ -674,7 +674,7 @@ void tst_WindowLayout::mapWindowsOpenInTheirDesignSizeAndCutOffNoText()
     }
 }
 
-void tst_WindowLayout::poppedOutPlotsCutOffNoText()
+void tst_WindowLayout::noTextIsCutOffInPoppedOutPlots()
 {
     QFETCH(app::Language, language);
     const Program program(language);

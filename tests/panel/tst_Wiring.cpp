@@ -83,7 +83,7 @@ private Q_SLOTS:
     void signalsOfSpectrumRowsCallTheirSlots();
     void signalsOfRowsWithSeveralFilesCallTheirSlots();
     void buttonsStartTheirCalculation();
-    void methodRadiosRecalculateExceptTheFourPointsRadios();
+    void choosingAMethodRecalculatesExceptForTheFourPointsForms();
     void edgeFieldsSetTheEdge();
     void backgroundRadiosAndConditionsBoxCallTheirSlots();
     void signalsOfGraphsCallTheirSlots();
@@ -201,7 +201,7 @@ void tst_Wiring::buttonsStartTheirCalculation()
     QCOMPARE(m_panel->take(), (QStringList{"calcAndWrite", "calcTarget", "calcMap", "lcf"}));
 }
 
-void tst_Wiring::methodRadiosRecalculateExceptTheFourPointsRadios()
+void tst_Wiring::choosingAMethodRecalculatesExceptForTheFourPointsForms()
 {
     Q_EMIT m_loose->form.TypeNonEquiv->toggled(true);
     QCOMPARE(m_panel->take(), QStringList{"calcBoth"});

@@ -30,7 +30,7 @@ class tst_Signals : public QObject
 
 private Q_SLOTS:
     void programSurvivesAClosedErrorPipe();
-    void programReportsAFileAtTheSizeLimit();
+    void writingBeyondTheFileSizeLimitIsReported();
     void childSurvivesAClosedErrorPipe();
 };
 
@@ -50,7 +50,7 @@ void tst_Signals::programSurvivesAClosedErrorPipe()
     QCOMPARE(run.output, QByteArray("Write\n"));
 }
 
-void tst_Signals::programReportsAFileAtTheSizeLimit()
+void tst_Signals::writingBeyondTheFileSizeLimitIsReported()
 {
     const QTemporaryDir folder;
     const QByteArray path = QFile::encodeName(writeFile(folder, "result.dat", "an older result\n"));
