@@ -12,7 +12,7 @@ namespace panel
 
 // By default the focus chain has the order in which the widgets were added to the panel. The
 // reference rows and the energy rows are added after the widgets of the form, although they are
-// shown above many of these widgets.
+// shown above many of these widgets. So the Tab key would not follow the layout.
 void orderFocusChain(QWidget* panel, const Widgets& widgets)
 {
     QList<QWidget*> references;

@@ -12,7 +12,7 @@ namespace panel
 /// a small screen. The maximum heights are:
 /// - line edits, push buttons and combo boxes: a line of text, plus the frame of a line edit,
 ///   plus 2 pixels;
-/// - check boxes and radio buttons: the highest of a line of text, the indicator of a check
+/// - check boxes and radio buttons: the tallest of a line of text, the indicator of a check
 ///   box and the indicator of a radio button, plus 1 pixel.
 ///
 /// The heights are set again when the font or the style of the form changes. Windows that are

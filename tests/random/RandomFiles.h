@@ -1,4 +1,4 @@
-// Creates the files that a random user loads and writes.
+// Creates the files that a random user loads, and the paths to which it writes.
 #pragma once
 
 #include "random/Draw.h"

@@ -63,10 +63,11 @@ private Q_SLOTS:
 
     void sharesAreWeightedByTheFittedEdgeJumps()
     {
-        // The share of compound j is f_j K_j / J_j divided by the sum of f_k K_k / J_k over all
-        // compounds k. J is the true edge jump of a reference and K is the edge jump between
-        // its fitted lines. K_j / J_j is 0.974883963 for Ni(II) and Ni(III), 0.999948462 for Ni(IV)
-        // and 0.996544652 for the metal (see the tests above).
+        // For a mixture with the true fractions f, the method calculates as the share of compound
+        // j the number f_j K_j / J_j, divided by the sum of f_k K_k / J_k over all compounds k.
+        // J is the true edge jump of a reference and K is the edge jump between its fitted lines.
+        // K_j / J_j is 0.974883963 for Ni(II) and Ni(III), 0.999948462 for Ni(IV) and 0.996544652
+        // for the metal (see the tests above).
         const ShareFit fit = noiseFreeFit(formAt(2));
         QVERIFY(near(fit.expected({0.4, 0.3, 0.2, 0.1}, 1.2),
                      {0.3970760, 0.2978070, 0.2036424, 0.1014746, 2.5021426, 1.1784755}, 1e-7));

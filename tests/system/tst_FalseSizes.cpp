@@ -13,7 +13,7 @@ namespace
 constexpr qint64 uncheckedPixels = qint64{1} << 20;
 constexpr qint64 maxPixels = qint64{1} << 25;
 /// If a header claims more than uncheckedPixels, the file must contain at least one pixel for
-/// each 64 claimed pixels. rowsForLargerClaim is the smallest number of pixels in the file that
+/// every 64 claimed pixels. rowsForLargerClaim is the smallest number of pixels in the file that
 /// allows such a claim. In a text map, each data line is one pixel.
 constexpr qint64 rowsForLargerClaim = uncheckedPixels / 64 + 1;
 

@@ -19,8 +19,8 @@ using SpectraCalculation = std::function<std::vector<double>(const std::vector<S
 
 /// The standard deviation of each result of a calculation, by numerical differentiation.
 ///
-/// Each point of each spectrum is increased by its standard deviation, while the other
-/// points keep their values. The changes of a result are added in quadrature. A one-sided
+/// One point at a time is increased by its standard deviation, for all points of all spectra.
+/// The resulting changes of a result are added in quadrature. A one-sided
 /// difference is sufficient, because the results are nearly linear within the small noise
 /// of the spectra.
 std::vector<double> spectrumErrors(const SpectraCalculation& calculation,

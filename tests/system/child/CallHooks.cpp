@@ -65,8 +65,8 @@ int runHooks(Call call, const std::string& path)
     return error;
 }
 
-/// Runs the hooks of a call on an open file, given by its descriptor. Returns 0 if the file
-/// has no hook.
+/// Runs the hooks of a call on an open file, given by its descriptor. Returns the
+/// result of runHooks() for the path of the file, or 0 if the file has no hook.
 int runHooks(Call call, int descriptor)
 {
     if (state == nullptr || state->isActing) {
