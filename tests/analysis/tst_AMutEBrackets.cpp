@@ -37,17 +37,17 @@ class tst_AMutEBrackets : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void energyIsFoundBetweenRisingPoints();
+    void energyGetsTheNearestIntervalOfRisingPoints();
     void firstOfOverlappingPairsIsFound();
     void fallingPairIsSkipped();
     void repeatedEnergyIsFoundInTheFirstIntervalThatContainsIt();
-    void spectrumWithFewerThanTwoPointsBracketsNoEnergy();
+    void fewerThanTwoPointsGiveIndexZeroOrMinusOne();
     void manyEnergiesGiveTheSameIndicesAsSingleSearches_data();
     void manyEnergiesGiveTheSameIndicesAsSingleSearches();
     void manyEnergiesGiveTheSameNormalisedValuesAsSingleLookups();
 };
 
-void tst_AMutEBrackets::energyIsFoundBetweenRisingPoints()
+void tst_AMutEBrackets::energyGetsTheNearestIntervalOfRisingPoints()
 {
     const AMutE a = spectrum({10, 20, 30});
     QCOMPARE(a.indicesBelow({5, 10, 15, 20, 25, 30, 35}), (QList<int>{0, 0, 0, 0, 1, 1, 1}));
@@ -75,7 +75,7 @@ void tst_AMutEBrackets::repeatedEnergyIsFoundInTheFirstIntervalThatContainsIt()
     QCOMPARE(first.indicesBelow({20}), QList<int>{0});
 }
 
-void tst_AMutEBrackets::spectrumWithFewerThanTwoPointsBracketsNoEnergy()
+void tst_AMutEBrackets::fewerThanTwoPointsGiveIndexZeroOrMinusOne()
 {
     QCOMPARE(spectrum({}).indicesBelow({5}), QList<int>{0});
     QCOMPARE(spectrum({10}).indicesBelow({5, 10, 15}), (QList<int>{0, 0, -1}));

@@ -70,7 +70,7 @@ private Q_SLOTS:
 
     void fitRecoversBothLines();
     void pointsInBothRangesEnterBothFits();
-    void fitAddsPointsInListOrder();
+    void fitSumsOverThePointsInListOrder();
     void pointOnALimitOrWithNaNEnergyEntersNeitherFit_data();
     void pointOnALimitOrWithNaNEnergyEntersNeitherFit();
     void fitUsesWorkingEnergies();
@@ -87,9 +87,9 @@ private Q_SLOTS:
     void interpolationAtAPointGivesItsMut();
     void interpolationDividesBeforeItMultiplies();
 
-    void eachKindSelectsItsPresentation_data();
-    void eachKindSelectsItsPresentation();
-    void presentationEvaluatesLinesAtTheWorkingEnergy();
+    void valueOfEachKindFollowsItsFormula_data();
+    void valueOfEachKindFollowsItsFormula();
+    void valueUsesTheLinesAtTheWorkingEnergy();
     void valueOfAnUnknownKindIsZero();
     void valueAtAnInvalidIndexIsZero();
     void divisionByAZeroEdgeJumpGivesInfinityOrNaN();
@@ -109,7 +109,7 @@ private Q_SLOTS:
     void backgroundIsSubtractedFromTheInterpolatedMut();
     void backgroundIsTheChosenLineAtTheEnergy();
     void subtractionUsesTheFirstPointInFileOrderAtOrAboveTheEnergy();
-    void backgroundSubtractedInterpolatesFromWorkingEnergyZero();
+    void mutBelowTheFirstPointIsInterpolatedFromWorkingEnergyZero();
 };
 
 void tst_AMutELines::linesAreVictoreenPolynomials()
@@ -187,7 +187,7 @@ void tst_AMutELines::pointsInBothRangesEnterBothFits()
     QVERIFY(near(spectrum.preLine.c, 0.2, 1e-6));
 }
 
-void tst_AMutELines::fitAddsPointsInListOrder()
+void tst_AMutELines::fitSumsOverThePointsInListOrder()
 {
     // The comparison is exact, so the expected line is calculated with the same order of
     // operations as in the fit: sums in list order, then Gaussian elimination with partial
@@ -436,7 +436,7 @@ void tst_AMutELines::interpolationDividesBeforeItMultiplies()
     QVERIFY(differentFromProductFirst > 0);
 }
 
-void tst_AMutELines::eachKindSelectsItsPresentation_data()
+void tst_AMutELines::valueOfEachKindFollowsItsFormula_data()
 {
     QTest::addColumn<int>("kind");
     QTest::addColumn<double>("value");
@@ -451,7 +451,7 @@ void tst_AMutELines::eachKindSelectsItsPresentation_data()
     QTest::newRow("unknown kind gives zero") << 5 << 0.0;
 }
 
-void tst_AMutELines::eachKindSelectsItsPresentation()
+void tst_AMutELines::valueOfEachKindFollowsItsFormula()
 {
     QFETCH(int, kind);
     QFETCH(double, value);
@@ -463,7 +463,7 @@ void tst_AMutELines::eachKindSelectsItsPresentation()
     QVERIFY(tests::sameDouble(spectrum.checkedValue(kind, 1), spectrum.value(kind, 1)));
 }
 
-void tst_AMutELines::presentationEvaluatesLinesAtTheWorkingEnergy()
+void tst_AMutELines::valueUsesTheLinesAtTheWorkingEnergy()
 {
     AMutE spectrum = spectrumOf({{hc / 2 + 5.0, 100}}, 5.0);
     spectrum.preLine = {0.0, 1.0, 0.0};  // 8 at L = 2
@@ -668,7 +668,7 @@ void tst_AMutELines::subtractionUsesTheFirstPointInFileOrderAtOrAboveTheEnergy()
     QCOMPARE(out, 9.0); // 1 + (12 - 4) * 10 / 10
 }
 
-void tst_AMutELines::backgroundSubtractedInterpolatesFromWorkingEnergyZero()
+void tst_AMutELines::mutBelowTheFirstPointIsInterpolatedFromWorkingEnergyZero()
 {
     // The first point has the working energy 8 and the mut 4, so the line from the origin is
     // 4 * 4 / 8 = 2 at energy 4. A line from raw energy 0 (working energy -2) would be

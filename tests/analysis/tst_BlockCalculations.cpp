@@ -227,11 +227,11 @@ class tst_BlockCalculations : public QObject
 private Q_SLOTS:
     void mapsOfManySizesMatchTheReferenceImplementation_data();
     void mapsOfManySizesMatchTheReferenceImplementation();
-    void reusedMemoryAndResultMatchTheReferenceImplementation_data();
-    void reusedMemoryAndResultMatchTheReferenceImplementation();
+    void resultInReusedMemoryMatchesTheReferenceImplementation_data();
+    void resultInReusedMemoryMatchesTheReferenceImplementation();
     void changedPixelIsRecalculated_data();
     void changedPixelIsRecalculated();
-    void resultMemoryIsReused();
+    void resultMemoryIsReusedUnlessACopyExists();
     void nextCalculationReleasesUnusedMaps();
 };
 
@@ -252,7 +252,7 @@ void tst_BlockCalculations::mapsOfManySizesMatchTheReferenceImplementation_data(
             << static_cast<int>(Method::LeastSquare) << 2 << false << number;
         for (int references = 2; references <= 4; ++references) {
             for (const bool victoreen : {false, true}) {
-                QTest::addRow("%d references, %s, %s", references,
+                QTest::addRow("non-equivalent, %d references, %s, %s", references,
                               victoreen ? "Victoreen" : "linear", name)
                     << static_cast<int>(Method::NonEquivalent) << references << victoreen << number;
             }
@@ -508,7 +508,7 @@ private:
 
 } // namespace
 
-void tst_BlockCalculations::reusedMemoryAndResultMatchTheReferenceImplementation_data()
+void tst_BlockCalculations::resultInReusedMemoryMatchesTheReferenceImplementation_data()
 {
     QTest::addColumn<int>("seed");
     for (int seed = 1; seed <= 5; ++seed) {
@@ -516,7 +516,7 @@ void tst_BlockCalculations::reusedMemoryAndResultMatchTheReferenceImplementation
     }
 }
 
-void tst_BlockCalculations::reusedMemoryAndResultMatchTheReferenceImplementation()
+void tst_BlockCalculations::resultInReusedMemoryMatchesTheReferenceImplementation()
 {
     QFETCH(int, seed);
     Random random(static_cast<unsigned>(seed));
@@ -599,7 +599,7 @@ void tst_BlockCalculations::changedPixelIsRecalculated()
     }
 }
 
-void tst_BlockCalculations::resultMemoryIsReused()
+void tst_BlockCalculations::resultMemoryIsReusedUnlessACopyExists()
 {
     Random random(8);
     Maps maps;

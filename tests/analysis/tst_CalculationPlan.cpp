@@ -144,8 +144,8 @@ private Q_SLOTS:
     void mapWithUnusableInputsIsRefused();
     void planMapSelectsVariantAndRows_data();
     void planMapSelectsVariantAndRows();
-    void mapNeedsOneMoreRowForEachAddedReference_data();
-    void mapNeedsOneMoreRowForEachAddedReference();
+    void nonEquivalentMapNeedsOneMoreRowForEachAddedReference_data();
+    void nonEquivalentMapNeedsOneMoreRowForEachAddedReference();
 
     void fitWithUnusableInputsIsRefused_data();
     void fitWithUnusableInputsIsRefused();
@@ -261,7 +261,8 @@ void tst_CalculationPlan::mapWithUnusableInputsIsRefused_data()
     const Messages noVPoint{{MessageId::NoMapVPoint}};
     refused("no V row", fourMaps().markVRows({}), noVPoint);
     refused("V row without a map", fourMaps().removeMap(2), noVPoint);
-    refused("V point before the references", fourMaps().markVRows({}).makeInvalid({0}), noVPoint);
+    refused("the V point is checked before the references",
+            fourMaps().markVRows({}).makeInvalid({0}), noVPoint);
     refused("two rows", fourMaps().useRows({1, 2}), {wrongCount(2, 4)});
     refused("a row without a map is not selected", fourMaps().useRows({0, 1, 2}).removeMap(0),
             {wrongCount(2, 4)});
@@ -340,7 +341,7 @@ void tst_CalculationPlan::planMapSelectsVariantAndRows()
     QTEST(plan.rows.v.row, "vRow");
 }
 
-void tst_CalculationPlan::mapNeedsOneMoreRowForEachAddedReference_data()
+void tst_CalculationPlan::nonEquivalentMapNeedsOneMoreRowForEachAddedReference_data()
 {
     QTest::addColumn<bool>("isLinear");
     QTest::addColumn<int>("references");
@@ -353,7 +354,7 @@ void tst_CalculationPlan::mapNeedsOneMoreRowForEachAddedReference_data()
     QTest::newRow("Victoreen, four references") << false << 4 << 7;
 }
 
-void tst_CalculationPlan::mapNeedsOneMoreRowForEachAddedReference()
+void tst_CalculationPlan::nonEquivalentMapNeedsOneMoreRowForEachAddedReference()
 {
     QFETCH(bool, isLinear);
     QFETCH(int, references);

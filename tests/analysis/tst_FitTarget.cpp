@@ -59,16 +59,16 @@ class tst_FitTarget : public QObject
 
 private Q_SLOTS:
     void fitRecoversTheMixture();
-    void threeAndFourReferencesAreFitted_data();
-    void threeAndFourReferencesAreFitted();
+    void fitRecoversMixturesOfThreeAndFourReferences_data();
+    void fitRecoversMixturesOfThreeAndFourReferences();
     void unusedReferencesAreSkipped();
-    void surplusPointsAreFittedByLeastSquares();
+    void targetThatIsNoMixtureIsFittedByLeastSquares();
     void fitCurveHasThePointOrderOfTheTarget();
     void rangeOfOneEnergyKeepsThePointAtThatEnergy();
     void zeroTargetHasNaNShares();
-    void invalidTargetIsFitted();
-    void invalidReferenceAmongTheFirstThreeIsFittedAsZero();
-    void invalidReferenceAfterTheFirstTwoIsIgnored();
+    void invalidTargetIsFittedLikeAValidOne();
+    void invalidReferenceBeforeAValidOneMakesAllSharesNaN();
+    void invalidLastReferenceIsIgnored();
 
     void comparisonPointStoresBothResultsAndTheColour();
 };
@@ -85,7 +85,7 @@ void tst_FitTarget::fitRecoversTheMixture()
     }
 }
 
-void tst_FitTarget::threeAndFourReferencesAreFitted_data()
+void tst_FitTarget::fitRecoversMixturesOfThreeAndFourReferences_data()
 {
     QTest::addColumn<QList<double>>("parts");
     QTest::addColumn<QList<double>>("fractions");
@@ -98,7 +98,7 @@ void tst_FitTarget::threeAndFourReferencesAreFitted_data()
         << QList<double>{0.5, 0.25, -1, 0.75} << QList<double>{1, 0.5, -2, 1.5} << 2.75;
 }
 
-void tst_FitTarget::threeAndFourReferencesAreFitted()
+void tst_FitTarget::fitRecoversMixturesOfThreeAndFourReferences()
 {
     QFETCH(QList<double>, parts);
     QFETCH(QList<double>, fractions);
@@ -122,7 +122,7 @@ void tst_FitTarget::unusedReferencesAreSkipped()
     QVERIFY(isDefault(fit(inputs)));
 }
 
-void tst_FitTarget::surplusPointsAreFittedByLeastSquares()
+void tst_FitTarget::targetThatIsNoMixtureIsFittedByLeastSquares()
 {
     // The residuals of this least-squares fit are orthogonal to the references and to a
     // constant.
@@ -173,12 +173,12 @@ void tst_FitTarget::zeroTargetHasNaNShares()
     QCOMPARE(result.base, 0.0);
 }
 
-void tst_FitTarget::invalidTargetIsFitted()
+void tst_FitTarget::invalidTargetIsFittedLikeAValidOne()
 {
     QVERIFY(isDefault(fit(fitInputs().makeTargetInvalid())));
 }
 
-void tst_FitTarget::invalidReferenceAmongTheFirstThreeIsFittedAsZero()
+void tst_FitTarget::invalidReferenceBeforeAValidOneMakesAllSharesNaN()
 {
     // Used: references 1 to 4; valid: 1, 2 and 4. There are three valid references, so the fit
     // uses the first three used references: 1, 2 and 3. Reference 3 has no points, so it is 0
@@ -196,7 +196,7 @@ void tst_FitTarget::invalidReferenceAmongTheFirstThreeIsFittedAsZero()
     QCOMPARE(result.curve.size(), 7);
 }
 
-void tst_FitTarget::invalidReferenceAfterTheFirstTwoIsIgnored()
+void tst_FitTarget::invalidLastReferenceIsIgnored()
 {
     QVERIFY(isDefault(fit(fitInputs().useReferences({0, 1, 3}))));
 }

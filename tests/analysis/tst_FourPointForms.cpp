@@ -70,34 +70,34 @@ class tst_FourPointForms : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void targetEqualToTheFirstReferenceHasFractionOne();
-    void targetEqualToTheSecondReferenceHasFractionZero();
+    void threePointFractionOfTheFirstReferenceIsOne();
+    void threePointFractionOfTheSecondReferenceIsZero();
     void threePointsMatchAHandCalculation();
-    void threePointsResultIsNotClamped();
+    void threePointFractionAboveOneIsNotClamped();
     void zeroDivisorMakesTheThreePointFractionNaNOrInfinite();
     void threePointThicknessIgnoresTheSecondReferenceAtRowOne();
-    void thicknessOfTheFirstReferenceIsOneIfTheFirstRowsAreEqual();
+    void thicknessOfTheFirstReferenceIsOneIfBothAgreeAtRowZero();
     void exactFormGivesFractionHalfAndThicknessOneForEqualParts();
     void fourPointFormsRecoverFractionAndThickness_data();
     void fourPointFormsRecoverFractionAndThickness();
     void equalEnergiesMakeTheExactFormNaN();
     void targetLinearInEnergyHasNaNFractionAndZeroThickness();
     void jumpRatioOfMinusOneMakesTheFractionNonFinite();
-    void orderOfRowsChangesOnlyTheRounding();
+    void swappedRowsChangeTheFractionOnlyByRounding();
     void leastSquareOfThreeRowsAgreesWithTheExactForm();
     void leastSquareWithoutRowsIsNaN();
     void leastSquareUsesTheLengthOfTheShortestList();
     void leastSquareMatchesTheReferenceImplementationExactly();
 };
 
-void tst_FourPointForms::targetEqualToTheFirstReferenceHasFractionOne()
+void tst_FourPointForms::threePointFractionOfTheFirstReferenceIsOne()
 {
     const ThreeValues r1{0.1, 1.1, 0.7};
     const ThreeValues r2{0.1, 1.2, 0.4};
     QCOMPARE(analysis::threePointFraction(r1, r1, r2), 1.0);
 }
 
-void tst_FourPointForms::targetEqualToTheSecondReferenceHasFractionZero()
+void tst_FourPointForms::threePointFractionOfTheSecondReferenceIsZero()
 {
     const ThreeValues r1{0.1, 1.1, 0.7};
     const ThreeValues r2{0.1, 1.2, 0.4};
@@ -111,7 +111,7 @@ void tst_FourPointForms::threePointsMatchAHandCalculation()
     QCOMPARE(analysis::threePointFraction({1, 5, 3}, {0, 4, 3}, {0, 4, 1}), 0.5);
 }
 
-void tst_FourPointForms::threePointsResultIsNotClamped()
+void tst_FourPointForms::threePointFractionAboveOneIsNotClamped()
 {
     // With f as in threePointsMatchAHandCalculation(), f(T) = 4/4, so
     // a = (1 - 1/4) / (3/4 - 1/4) = 1.5.
@@ -136,7 +136,7 @@ void tst_FourPointForms::threePointThicknessIgnoresTheSecondReferenceAtRowOne()
     QCOMPARE(analysis::threePointThickness({1, 9, 0}, {1, 5, 0}, {3, 7, 0}), 8.0 / 3.0);
 }
 
-void tst_FourPointForms::thicknessOfTheFirstReferenceIsOneIfTheFirstRowsAreEqual()
+void tst_FourPointForms::thicknessOfTheFirstReferenceIsOneIfBothAgreeAtRowZero()
 {
     const ThreeValues r1{1, 5, 0};
     QCOMPARE(analysis::threePointThickness(r1, r1, {1, 9, 0}), 1.0);
@@ -216,7 +216,7 @@ void tst_FourPointForms::jumpRatioOfMinusOneMakesTheFractionNonFinite()
         analysis::exactFourPoints(2, 2.5, 6.5, 5, 1, 2, 4, 8, 3, 3, 9, 2, 0, 1, 5, 2, -1.0, &tts)));
 }
 
-void tst_FourPointForms::orderOfRowsChangesOnlyTheRounding()
+void tst_FourPointForms::swappedRowsChangeTheFractionOnlyByRounding()
 {
     const Mixture m = mixture(0.35, 1.2, 1.5, 0.8, 0.2, 1e-4);
     Mixture swapped = m;

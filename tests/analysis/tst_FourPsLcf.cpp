@@ -63,7 +63,7 @@ private Q_SLOTS:
     void eachRunAddsOneComparisonPoint();
     void comparisonPointStoresTargetResultAndColour();
     void comparisonPointAfterARefusedTargetStoresTheEarlierResult();
-    void clearingRemovesThePointsAndResetsTheColour();
+    void clearingRemovesComparisonPointsAndResetsTheColour();
     void newColourWrapsAtTheNumberOfColours();
 
     void refusedCalculationIsReportedAndChangesNoResult_data();
@@ -209,7 +209,7 @@ void tst_FourPsLcf::comparisonPointAfterARefusedTargetStoresTheEarlierResult()
     QCOMPARE(panel.LCFvs4PS.at(1).fourPsValence, 3.0); // a = 0.5: the mean of the valences 2 and 4
 }
 
-void tst_FourPsLcf::clearingRemovesThePointsAndResetsTheColour()
+void tst_FourPsLcf::clearingRemovesComparisonPointsAndResetsTheColour()
 {
     enterInputs(panel, fitInputs());
     panel.lcf();

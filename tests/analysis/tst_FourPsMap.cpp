@@ -123,18 +123,18 @@ class tst_FourPsMap : public QObject
 private Q_SLOTS:
     void init() { resetPanel(*m_shared); }
 
-    void buttonRunsTheThreePointForm();
+    void mapButtonWithThreeRowsRunsTheThreePointForm();
     void fourPointFormsFillResultAndHistograms_data();
     void fourPointFormsFillResultAndHistograms();
     void nonEquivalentMethodFillsAllPixelValues_data();
     void nonEquivalentMethodFillsAllPixelValues();
     void rowWithoutMapIsCountedForTheTargetButNotTheMap();
-    void mapOfHeightZeroHasNoPixels();
+    void mapsOfHeightZeroGiveAResultWithoutPixels();
     void secondRunReplacesTheResult();
 
     void histogramLimitsAreReadAtTheStartOfEachRun();
     void histogramsCountValenceTotalSharesAndAmounts();
-    void secondRunRestartsAllHistograms();
+    void secondRunReplacesLimitsAndCountsOfAllHistograms();
     void threeAndFourPointFormsEmptyTheReferenceHistograms_data();
     void threeAndFourPointFormsEmptyTheReferenceHistograms();
 
@@ -147,7 +147,7 @@ private:
     FourPs& panel = *m_shared;
 };
 
-void tst_FourPsMap::buttonRunsTheThreePointForm()
+void tst_FourPsMap::mapButtonWithThreeRowsRunsTheThreePointForm()
 {
     PanelInputs inputs = threePointMaps();
     inputs.target.valid = false; // the map calculation does not need the target
@@ -223,7 +223,7 @@ void tst_FourPsMap::rowWithoutMapIsCountedForTheTargetButNotTheMap()
              (QStringList{wrongCount.arg(2).arg(4), "3ps: a = 0.5, Valence = 2.5"}));
 }
 
-void tst_FourPsMap::mapOfHeightZeroHasNoPixels()
+void tst_FourPsMap::mapsOfHeightZeroGiveAResultWithoutPixels()
 {
     for (const PanelInputs& inputs : {threePointMaps(), mixedMaps({mixes::quarter})}) {
         enterInputs(panel, inputs);
@@ -285,7 +285,7 @@ void tst_FourPsMap::histogramsCountValenceTotalSharesAndAmounts()
     }
 }
 
-void tst_FourPsMap::secondRunRestartsAllHistograms()
+void tst_FourPsMap::secondRunReplacesLimitsAndCountsOfAllHistograms()
 {
     enterInputs(panel, mixedMaps({mixes::quarter}));
     setHistogramLimits(panel);

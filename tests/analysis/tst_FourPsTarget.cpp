@@ -34,11 +34,11 @@ class tst_FourPsTarget : public QObject
 private Q_SLOTS:
     void init() { resetPanel(*m_shared); }
 
-    void buttonRunsTheThreePointForm();
-    void exactFourPointsSendNoMessage();
-    void leastSquareIsShownAndSentAsMessage();
+    void targetButtonWithThreeRowsRunsTheThreePointForm();
+    void exactFourPointResultIsShownWithoutAMessage();
+    void leastSquareResultIsShownAndSentAsMessage();
     void threePointResultIsShownBeforeTheMessage();
-    void nonEquivalentResultFillsItsFields();
+    void nonEquivalentResultShowsSharesAmountsAndTotal();
     void nonEquivalentMessageIsSentBeforeTheResultIsShown();
     void resultsAreShownInTheRowsOfUsedReferences();
     void resultFieldsShowSixDigitsWithTheCursorAtTheStart();
@@ -56,7 +56,7 @@ private:
     FourPs& panel = *m_shared;
 };
 
-void tst_FourPsTarget::buttonRunsTheThreePointForm()
+void tst_FourPsTarget::targetButtonWithThreeRowsRunsTheThreePointForm()
 {
     QCOMPARE(panel.TargetV, 0.0);
     enterInputs(panel, threePointInputs());
@@ -67,7 +67,7 @@ void tst_FourPsTarget::buttonRunsTheThreePointForm()
     QCOMPARE(panel.TargetT, 2.5);
 }
 
-void tst_FourPsTarget::exactFourPointsSendNoMessage()
+void tst_FourPsTarget::exactFourPointResultIsShownWithoutAMessage()
 {
     enterInputs(panel, fourPointInputs().chooseFourPoints(true, false));
     panel.calcTarget();
@@ -77,7 +77,7 @@ void tst_FourPsTarget::exactFourPointsSendNoMessage()
     QVERIFY(mixes::near(panel.TargetT, 2.5));
 }
 
-void tst_FourPsTarget::leastSquareIsShownAndSentAsMessage()
+void tst_FourPsTarget::leastSquareResultIsShownAndSentAsMessage()
 {
     const QString line = "4ps2: a = 0.5, Valence = 2.5, t/ts = 1";
     for (const bool chosen : {true, false}) { // false: both radio buttons are off
@@ -103,7 +103,7 @@ void tst_FourPsTarget::threePointResultIsShownBeforeTheMessage()
     QCOMPARE(messages(panel).size(), 1);
 }
 
-void tst_FourPsTarget::nonEquivalentResultFillsItsFields()
+void tst_FourPsTarget::nonEquivalentResultShowsSharesAmountsAndTotal()
 {
     // The amounts (dMut) are 1 and 3, with a total of 4, for both kinds of background.
     for (const bool linear : {true, false}) {

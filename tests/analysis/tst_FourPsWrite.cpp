@@ -37,15 +37,15 @@ class tst_FourPsWrite : public QObject
 private Q_SLOTS:
     void init();
 
-    void buttonCalculatesAndWrites();
-    void buttonWritesTheExtendedLayout();
+    void writeButtonCalculatesTheMapAndWritesTheResult();
+    void writeButtonWritesTheCheckedExtendedColumns();
     void valenceIsCalculatedWhenWriting();
     void refusedRunWritesTheEarlierResult();
-    void resultFileNameGetsTheDatSuffix();
+    void selectedFileWithAnotherSuffixGetsTheDatSuffix();
     void existingFileIsOverwrittenWithoutAMessage();
     void fileThatCannotBeWrittenIsReported_data();
     void fileThatCannotBeWrittenIsReported();
-    void partlyWrittenHistogramLinkIsReportedByItsTarget();
+    void histogramLinkToAFullDeviceIsReportedByItsTargetPath();
     void histogramsAreWrittenIfTheResultCannotBeWritten();
     void saveCreatesNoHistogramFile();
     void saveUpdatesExistingHistogramFiles();
@@ -73,7 +73,7 @@ QString tst_FourPsWrite::saveTo(const QString& name) const
     return path;
 }
 
-void tst_FourPsWrite::buttonCalculatesAndWrites()
+void tst_FourPsWrite::writeButtonCalculatesTheMapAndWritesTheResult()
 {
     PanelInputs inputs = threePointMaps();
     inputs.maps[2].headerLines = {"# sample  A", "#\ttab"};
@@ -91,7 +91,7 @@ void tst_FourPsWrite::buttonCalculatesAndWrites()
                              "\n");
 }
 
-void tst_FourPsWrite::buttonWritesTheExtendedLayout()
+void tst_FourPsWrite::writeButtonWritesTheCheckedExtendedColumns()
 {
     // C1 is 0.5 / hc for the first pixel and -1 / hc for the second. 1 / hc is 8.06554e-05
     // with hc = 12398.4 eV angstrom.
@@ -155,7 +155,7 @@ void tst_FourPsWrite::refusedRunWritesTheEarlierResult()
     QVERIFY(readFile(path).contains("  0.5        2.5          1\n"));
 }
 
-void tst_FourPsWrite::resultFileNameGetsTheDatSuffix()
+void tst_FourPsWrite::selectedFileWithAnotherSuffixGetsTheDatSuffix()
 {
     panel.ui.SaveFSelect->newFile(m_dir->filePath("map.txt"));
     panel.write();
@@ -190,7 +190,7 @@ void tst_FourPsWrite::fileThatCannotBeWrittenIsReported()
     QCOMPARE(messages(panel), QStringList{cannotOpen.arg(path)});
 }
 
-void tst_FourPsWrite::partlyWrittenHistogramLinkIsReportedByItsTarget()
+void tst_FourPsWrite::histogramLinkToAFullDeviceIsReportedByItsTargetPath()
 {
     if (!QFileInfo::exists("/dev/full")) {
         QSKIP("needs /dev/full, the device that is always full");

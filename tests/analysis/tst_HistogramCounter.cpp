@@ -124,14 +124,14 @@ class tst_HistogramCounter : public QObject
 private Q_SLOTS:
     void countingInBlocksEqualsCountingOneByOne_data();
     void countingInBlocksEqualsCountingOneByOne();
-    void blocksOfEveryLengthAreCounted();
+    void blocksOfEveryLengthGiveTheSameCountsAsSingleValues();
     void valuesBeyondTheGivenBlockLengthAreIgnored_data();
     void valuesBeyondTheGivenBlockLengthAreIgnored();
     void valueOnABinEdgeCountsInTheBinAbove();
     void valuesLessThanOneBinBelowTheRangeCountInBinZero();
     void valuesWithBinNumbersBeyondIntCountAsBelow();
     void valuesInOneBinAreAllCounted();
-    void earlierCountsAreKept();
+    void countingInBlocksKeepsEarlierCounts();
     void higherEarlierCountRemainsTheMaximum();
     void finishAddsTheBlockCountsToTheHistogram();
     void finishWithoutBlocksChangesNothing();
@@ -169,7 +169,7 @@ void tst_HistogramCounter::countingInBlocksEqualsCountingOneByOne()
     }
 }
 
-void tst_HistogramCounter::blocksOfEveryLengthAreCounted()
+void tst_HistogramCounter::blocksOfEveryLengthGiveTheSameCountsAsSingleValues()
 {
     HistogramCounts counts;
     counts.start(0.0, 1.0, 11);
@@ -271,7 +271,7 @@ void tst_HistogramCounter::valuesInOneBinAreAllCounted()
     QVERIFY(countsAgree(0.0, 1.0, 5000, Values(1000, 0.5), blockPixels));
 }
 
-void tst_HistogramCounter::earlierCountsAreKept()
+void tst_HistogramCounter::countingInBlocksKeepsEarlierCounts()
 {
     for (const int boxes : {3, 2000}) {
         HistogramCounts counts;

@@ -139,9 +139,9 @@ class tst_LaneSolver : public QObject
 
 private Q_SLOTS:
     void knownSystemIsSolved();
-    void unknownsAreInColumnOrder();
+    void unknownsStayInColumnOrderDespiteRowExchanges();
     void firstOfEqualPivotsIsChosen();
-    void negativeZeroPivotDividesAsOneExceptInBackSubstitution();
+    void negativeZeroPivotCountsAsOneInEliminationOnly();
     void zeroMatrixGivesNaN();
     void resultsMatchSmallMatrixBitForBit_data();
     void resultsMatchSmallMatrixBitForBit();
@@ -155,7 +155,7 @@ void tst_LaneSolver::knownSystemIsSolved()
     QCOMPARE(x[1], 1.0);
 }
 
-void tst_LaneSolver::unknownsAreInColumnOrder()
+void tst_LaneSolver::unknownsStayInColumnOrderDespiteRowExchanges()
 {
     // The pivot of column 0 (4) is in row 2, the pivot of column 1 (8) in row 0.
     const auto x = solved<3>({{{0, 8, 0}, {0, 0, 2}, {4, 0, 0}}}, {16, 6, 4});
@@ -173,7 +173,7 @@ void tst_LaneSolver::firstOfEqualPivotsIsChosen()
     QVERIFY(tests::sameDouble(x[0], -1e-20));
 }
 
-void tst_LaneSolver::negativeZeroPivotDividesAsOneExceptInBackSubstitution()
+void tst_LaneSolver::negativeZeroPivotCountsAsOneInEliminationOnly()
 {
     // The pivot of column 0 is -0. As a divisor it counts as 1, so the multiplier is 0 / 1 and
     // row 1 does not change: x1 = 2. The back substitution divides by the pivot itself:

@@ -74,7 +74,7 @@ class tst_LinearFit : public QObject
 
 private Q_SLOTS:
     void rangeSpansMarkedRowsEvenIfUnused();
-    void unmarkedRowsAreIgnored();
+    void fitRangeIgnoresUnmarkedRows();
     void oneMarkedRowSelectsNoRange();
     void twoMarkedRowsAtOneEnergySelectARange();
     void rowWithNaNEnergyCountsButSetsNoLimit();
@@ -83,10 +83,10 @@ private Q_SLOTS:
     void spectraAreNormalisedBetweenTheirLines();
     void valenceIsNotDividedByTheSumOfTheParts();
     void rangeIncludesBothEnds();
-    void energyShiftsAreApplied();
-    void curveKeepsAnglesAndWorkingEnergies();
+    void fitSubtractsTheEnergyShiftsOfTargetAndReference();
+    void curveHasAnglesAndWorkingEnergiesOfTheTarget();
     void rangeWithoutPointsGivesNaNAndAnEmptyCurve();
-    void referenceWithoutPointsCountsAsZeros();
+    void referenceWithoutPointsHasANonFiniteShare();
     void fifthReferenceIsIgnored();
     void missingValenceCountsAsZero();
     void fitMatchesTheReferenceImplementationBitForBit_data();
@@ -103,7 +103,7 @@ void tst_LinearFit::rangeSpansMarkedRowsEvenIfUnused()
     QVERIFY(range.isSelected());
 }
 
-void tst_LinearFit::unmarkedRowsAreIgnored()
+void tst_LinearFit::fitRangeIgnoresUnmarkedRows()
 {
     PointState unmarked = marked(500);
     unmarked.inFit = false;
@@ -210,7 +210,7 @@ void tst_LinearFit::rangeIncludesBothEnds()
     QCOMPARE(fit.curve.last().energy, 400.0);
 }
 
-void tst_LinearFit::energyShiftsAreApplied()
+void tst_LinearFit::fitSubtractsTheEnergyShiftsOfTargetAndReference()
 {
     // The target's energies are 30 eV too high and its dE is 30. The energies of the first
     // reference are 50 eV too low and its dE is -50.
@@ -233,7 +233,7 @@ void tst_LinearFit::energyShiftsAreApplied()
     QVERIFY(isNear(fit.base, 0.5));
 }
 
-void tst_LinearFit::curveKeepsAnglesAndWorkingEnergies()
+void tst_LinearFit::curveHasAnglesAndWorkingEnergiesOfTheTarget()
 {
     const AMutE a = spectrum({0, 1, 4, 2});
     const AMutE b = spectrum({2, 0, 2, 6});
@@ -259,7 +259,7 @@ void tst_LinearFit::rangeWithoutPointsGivesNaNAndAnEmptyCurve()
     QVERIFY(std::isnan(fit.base));
 }
 
-void tst_LinearFit::referenceWithoutPointsCountsAsZeros()
+void tst_LinearFit::referenceWithoutPointsHasANonFiniteShare()
 {
     // A column of zeros makes the matrix singular: the result is not finite.
     const AMutE empty;
