@@ -65,6 +65,8 @@ void tst_AMutEBrackets::fallingPairIsSkipped()
     // 1, energy 25 inside the pair of points 2 and 3.
     const AMutE a = spectrum({10, 15, 12, 40});
     QCOMPARE(a.indicesBelow({14, 25}), (QList<int>{0, 2}));
+    // The falling pair comes first.
+    QCOMPARE(spectrum({20, 10, 30}).indicesBelow({20}), QList<int>{1});
 }
 
 void tst_AMutEBrackets::repeatedEnergyIsFoundInTheFirstIntervalThatContainsIt()

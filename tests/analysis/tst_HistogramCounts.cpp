@@ -294,8 +294,8 @@ void tst_HistogramCounts::fileOfOneBinShowsInfinityAndNaN()
                                            "nan nan nan  0\n"));
 }
 
-// The bin centres 100000.5 and 100001.5 are exactly representable. Each is halfway between two
-// six-digit numbers.
+// The bin centres +-100000.5 and +-100001.5 are exactly representable. Each is halfway between
+// two six-digit numbers.
 void tst_HistogramCounts::fileRoundsExactHalvesAwayFromZero()
 {
     HistogramCounts counts;
@@ -304,6 +304,11 @@ void tst_HistogramCounts::fileRoundsExactHalvesAwayFromZero()
                                            "100000 100001 100001  0\n"
                                            "100001 100002 100002  0\n"
                                            "100002 100003 100003  0\n"));
+    counts.start(-100001.5, -100000.5, 2);
+    QCOMPARE(counts.fileText(), QByteArray("-100003 -100003 -100002  0\n"
+                                           "-100002 -100002 -100001  0\n"
+                                           "-100001 -100001 -100000  0\n"
+                                           "-100000 -99999.5 -99999  0\n"));
 }
 
 QTEST_GUILESS_MAIN(tst_HistogramCounts)
