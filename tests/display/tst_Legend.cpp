@@ -29,8 +29,8 @@ class tst_Legend : public QObject
 private Q_SLOTS:
     void legendRowBoxFollowsFromPlotSizeAndRowNumber_data();
     void legendRowBoxFollowsFromPlotSizeAndRowNumber();
-    void legendRowIsHitExactlyInsideItsHitArea_data();
-    void legendRowIsHitExactlyInsideItsHitArea();
+    void legendRowHitAreaFollowsFromPlotSizeAndRowNumber_data();
+    void legendRowHitAreaFollowsFromPlotSizeAndRowNumber();
     void pixelsOfAColumnHitAtMostOneLegendRow();
     void leftEndOfDrawnBoxIsNotHit();
     void hitAreaExtendsBeyondDrawnBoxOnTheRight();
@@ -73,7 +73,7 @@ void tst_Legend::legendRowBoxFollowsFromPlotSizeAndRowNumber()
     QCOMPARE(Legend(plot).box(row).normalized(), box);
 }
 
-void tst_Legend::legendRowIsHitExactlyInsideItsHitArea_data()
+void tst_Legend::legendRowHitAreaFollowsFromPlotSizeAndRowNumber_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<QList<QRect>>("rows"); // the hit area of each legend row
@@ -95,7 +95,7 @@ void tst_Legend::legendRowIsHitExactlyInsideItsHitArea_data()
     QTest::newRow("200 by 399") << QSize(200, 399) << QList<QRect>{{151, 23, 39, 13}};
 }
 
-void tst_Legend::legendRowIsHitExactlyInsideItsHitArea()
+void tst_Legend::legendRowHitAreaFollowsFromPlotSizeAndRowNumber()
 {
     QFETCH(QSize, size);
     QFETCH(QList<QRect>, rows);
