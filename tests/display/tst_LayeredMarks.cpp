@@ -79,11 +79,11 @@ class tst_LayeredMarks : public QObject
 private Q_SLOTS:
     void laterMarkCoversEarlierMark();
     void laterMarkAtTheSamePixelReplacesEarlierMarks();
-    void manyMarksMatchMarkByMarkDrawing_data();
-    void manyMarksMatchMarkByMarkDrawing();
+    void fastPathMatchesMarkByMarkDrawing_data();
+    void fastPathMatchesMarkByMarkDrawing();
     void drawingOrderIsKeptWithTranslatedOrClippedPainters_data();
     void drawingOrderIsKeptWithTranslatedOrClippedPainters();
-    void transparentColorsHaveNoStamp();
+    void listWithATranslucentColorHasNoStamp();
     void emptyColorListHasNoStamp();
     void scaledPainterHasNoStamp();
 };
@@ -107,15 +107,15 @@ void tst_LayeredMarks::laterMarkAtTheSamePixelReplacesEarlierMarks()
     QVERIFY(isSamePicture(image, oneByOne({{{100, 80}, 1}}, unchanged)));
 }
 
-void tst_LayeredMarks::manyMarksMatchMarkByMarkDrawing_data()
+void tst_LayeredMarks::fastPathMatchesMarkByMarkDrawing_data()
 {
     QTest::addColumn<int>("count");
     QTest::addColumn<QRect>("part");
     const QRect all(-3, -3, 406, 306);
     QTest::newRow("no marks") << 0 << all;
-    QTest::newRow("a few") << 50 << all;
-    QTest::newRow("many") << 4000 << all;
-    QTest::newRow("overlapping") << 4000 << QRect(60, 50, 70, 9);
+    QTest::newRow("50 marks") << 50 << all;
+    QTest::newRow("4000 marks") << 4000 << all;
+    QTest::newRow("4000 overlapping marks") << 4000 << QRect(60, 50, 70, 9);
     QTest::newRow("48000 overlapping marks") << 48000 << QRect(100, 30, 200, 200);
     QTest::newRow("at the left edge") << 600 << QRect(-3, 0, 8, 300);
     QTest::newRow("at the right edge") << 600 << QRect(395, 0, 8, 300);
@@ -123,7 +123,7 @@ void tst_LayeredMarks::manyMarksMatchMarkByMarkDrawing_data()
     QTest::newRow("at the lower edge") << 600 << QRect(0, 295, 400, 8);
 }
 
-void tst_LayeredMarks::manyMarksMatchMarkByMarkDrawing()
+void tst_LayeredMarks::fastPathMatchesMarkByMarkDrawing()
 {
     QFETCH(int, count);
     QFETCH(QRect, part);
@@ -143,7 +143,7 @@ void tst_LayeredMarks::drawingOrderIsKeptWithTranslatedOrClippedPainters()
     QVERIFY(isSamePicture(layered(marks, state), oneByOne(marks, state)));
 }
 
-void tst_LayeredMarks::transparentColorsHaveNoStamp()
+void tst_LayeredMarks::listWithATranslucentColorHasNoStamp()
 {
     QImage image = whiteSurface();
     const QPainter p(&image);

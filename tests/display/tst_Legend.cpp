@@ -27,18 +27,18 @@ class tst_Legend : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void legendRowBoxesHaveTheExpectedRectangles_data();
-    void legendRowBoxesHaveTheExpectedRectangles();
-    void legendRowIsHitExactlyInTheExpectedRectangle_data();
-    void legendRowIsHitExactlyInTheExpectedRectangle();
-    void noPixelHitsTwoLegendRows();
+    void legendRowBoxFollowsFromPlotSizeAndRowNumber_data();
+    void legendRowBoxFollowsFromPlotSizeAndRowNumber();
+    void legendRowHitAreaFollowsFromPlotSizeAndRowNumber_data();
+    void legendRowHitAreaFollowsFromPlotSizeAndRowNumber();
+    void pixelsOfAColumnHitAtMostOneLegendRow();
     void leftEndOfDrawnBoxIsNotHit();
     void hitAreaExtendsBeyondDrawnBoxOnTheRight();
     void tinyPlotHasNoHitArea();
     void legendUsesTheLayoutSettingsOfThePlot();
 };
 
-void tst_Legend::legendRowBoxesHaveTheExpectedRectangles_data()
+void tst_Legend::legendRowBoxFollowsFromPlotSizeAndRowNumber_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<int>("row");
@@ -64,7 +64,7 @@ void tst_Legend::legendRowBoxesHaveTheExpectedRectangles_data()
     QTest::newRow("200 by 400, first row") << QSize(200, 400) << 0 << QRectF(148, 22, 40, 14);
 }
 
-void tst_Legend::legendRowBoxesHaveTheExpectedRectangles()
+void tst_Legend::legendRowBoxFollowsFromPlotSizeAndRowNumber()
 {
     QFETCH(QSize, size);
     QFETCH(int, row);
@@ -73,13 +73,13 @@ void tst_Legend::legendRowBoxesHaveTheExpectedRectangles()
     QCOMPARE(Legend(plot).box(row).normalized(), box);
 }
 
-void tst_Legend::legendRowIsHitExactlyInTheExpectedRectangle_data()
+void tst_Legend::legendRowHitAreaFollowsFromPlotSizeAndRowNumber_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<QList<QRect>>("rows"); // the hit area of each legend row
-    // The sizes are explained in legendRowBoxesHaveTheExpectedRectangles_data(). A hit area ends
-    // at the right edge of the plot area, x = 380, and at the bottom of its line of
-    // text, y = 15 + 12 = 27 in the first legend row. It is 80 pixels wide and 10
+    // The sizes are explained in legendRowBoxFollowsFromPlotSizeAndRowNumber_data(). A hit
+    // area ends at the right edge of the plot area, x = 380, and at the bottom of its line
+    // of text, y = 15 + 12 = 27 in the first legend row. It is 80 pixels wide and 10
     // pixels high like the box, but all four edges are excluded: x = 301 to 379 and
     // y = 18 to 26.
     QTest::newRow("400 by 300") << QSize(400, 300)
@@ -95,7 +95,7 @@ void tst_Legend::legendRowIsHitExactlyInTheExpectedRectangle_data()
     QTest::newRow("200 by 399") << QSize(200, 399) << QList<QRect>{{151, 23, 39, 13}};
 }
 
-void tst_Legend::legendRowIsHitExactlyInTheExpectedRectangle()
+void tst_Legend::legendRowHitAreaFollowsFromPlotSizeAndRowNumber()
 {
     QFETCH(QSize, size);
     QFETCH(QList<QRect>, rows);
@@ -112,7 +112,7 @@ void tst_Legend::legendRowIsHitExactlyInTheExpectedRectangle()
     }
 }
 
-void tst_Legend::noPixelHitsTwoLegendRows()
+void tst_Legend::pixelsOfAColumnHitAtMostOneLegendRow()
 {
     const Plot plot(387, 257);
     const Legend legend(plot);

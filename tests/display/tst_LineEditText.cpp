@@ -16,15 +16,15 @@ class tst_LineEditText : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void numberIsShownWithSixSignificantDigits_data();
-    void numberIsShownWithSixSignificantDigits();
-    void textIsReadAsNumber_data();
-    void textIsReadAsNumber();
-    void textIsShortenedWithAnEllipsis_data();
-    void textIsShortenedWithAnEllipsis();
+    void numberIsShownWithUpToSixSignificantDigits_data();
+    void numberIsShownWithUpToSixSignificantDigits();
+    void textIsReadAsNumberOrAsZeroIfUnparsable_data();
+    void textIsReadAsNumberOrAsZeroIfUnparsable();
+    void textThatIsTooWideIsShortenedWithAnEllipsis_data();
+    void textThatIsTooWideIsShortenedWithAnEllipsis();
 };
 
-void tst_LineEditText::numberIsShownWithSixSignificantDigits_data()
+void tst_LineEditText::numberIsShownWithUpToSixSignificantDigits_data()
 {
     QTest::addColumn<double>("value");
     QTest::addColumn<QString>("text");
@@ -38,7 +38,7 @@ void tst_LineEditText::numberIsShownWithSixSignificantDigits_data()
     QTest::newRow("infinity") << std::numeric_limits<double>::infinity() << "inf";
 }
 
-void tst_LineEditText::numberIsShownWithSixSignificantDigits()
+void tst_LineEditText::numberIsShownWithUpToSixSignificantDigits()
 {
     QFETCH(double, value);
     QLineEdit edit(QStringLiteral("before"));
@@ -47,7 +47,7 @@ void tst_LineEditText::numberIsShownWithSixSignificantDigits()
     QCOMPARE(edit.cursorPosition(), 0); // the start of the number is visible
 }
 
-void tst_LineEditText::textIsReadAsNumber_data()
+void tst_LineEditText::textIsReadAsNumberOrAsZeroIfUnparsable_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<double>("value");
@@ -62,7 +62,7 @@ void tst_LineEditText::textIsReadAsNumber_data()
     QTest::newRow("NaN") << "nan" << std::numeric_limits<double>::quiet_NaN();
 }
 
-void tst_LineEditText::textIsReadAsNumber()
+void tst_LineEditText::textIsReadAsNumberOrAsZeroIfUnparsable()
 {
     QFETCH(QString, text);
     QFETCH(double, value);
@@ -71,7 +71,7 @@ void tst_LineEditText::textIsReadAsNumber()
     QVERIFY2(tests::sameDouble(read, value), qPrintable(QString::number(read)));
 }
 
-void tst_LineEditText::textIsShortenedWithAnEllipsis_data()
+void tst_LineEditText::textThatIsTooWideIsShortenedWithAnEllipsis_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("widthOf"); // a text that has the available width
@@ -92,7 +92,7 @@ void tst_LineEditText::textIsShortenedWithAnEllipsis_data()
                     {"7050,7100,7150,7220", "7050,7100,715" + dots, "7050,7100," + dots});
 }
 
-void tst_LineEditText::textIsShortenedWithAnEllipsis()
+void tst_LineEditText::textThatIsTooWideIsShortenedWithAnEllipsis()
 {
     QFETCH(QString, text);
     QFETCH(QString, widthOf);

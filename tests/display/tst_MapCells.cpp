@@ -118,11 +118,11 @@ private Q_SLOTS:
     void mapZoomedFarOutMatchesReference();
     void emptyOrNonFiniteViewHasNoCells_data();
     void emptyOrNonFiniteViewHasNoCells();
-    void mapWithoutPixelsHasNoCells();
+    void mapWithoutPixelsDrawsNothing();
 
-    void eachCellCoversItsPixels();
+    void cellEdgesAreTruncatedToWholePixels();
     void outlineIsDrawnAlongEveryCellEdge();
-    void outlineUsesThePen();
+    void outlineIsDrawnWithThePenOfThePainter();
     void cellsSmallerThanAPixelShowOnlyTheGrid();
 
     void coloursAreRequestedOnlyForVisibleCells_data();
@@ -135,9 +135,9 @@ void tst_MapCells::wholeMapMatchesReference_data()
     QTest::addColumn<QSize>("map");
     QTest::addColumn<QSize>("surface");
     QTest::newRow("one pixel") << QSize(1, 1) << QSize(100, 80);
-    QTest::newRow("even division") << QSize(10, 8) << QSize(100, 80);
-    QTest::newRow("uneven division") << QSize(7, 13) << QSize(100, 80);
-    QTest::newRow("thirds") << QSize(3, 3) << QSize(100, 100);
+    QTest::newRow("cells of 10 by 10 screen pixels") << QSize(10, 8) << QSize(100, 80);
+    QTest::newRow("cells of fractional width and height") << QSize(7, 13) << QSize(100, 80);
+    QTest::newRow("three by three cells on 100 by 100 pixels") << QSize(3, 3) << QSize(100, 100);
     QTest::newRow("one screen pixel per cell") << QSize(100, 80) << QSize(100, 80);
     QTest::newRow("one cell more than screen pixels per side") << QSize(101, 81) << QSize(100, 80);
     QTest::newRow("one cell fewer than screen pixels per side") << QSize(99, 79) << QSize(100, 80);
@@ -284,7 +284,7 @@ void tst_MapCells::emptyOrNonFiniteViewHasNoCells()
     }
 }
 
-void tst_MapCells::mapWithoutPixelsHasNoCells()
+void tst_MapCells::mapWithoutPixelsDrawsNothing()
 {
     const PlainMapView view{{50, 40}, 0.0, 0.0, 3.0, 3.0};
     for (const Map& map : {Map{0, 3, {}}, Map{3, 0, {}}, Map{0, 0, {}}}) {
@@ -295,7 +295,7 @@ void tst_MapCells::mapWithoutPixelsHasNoCells()
 // 3 by 2 cells on 10 by 5 pixels: a cell is 10 / 3 pixels wide and 2.5 pixels high, and
 // its edges are truncated to whole pixels. So the cells start at the pixel columns 0, 3
 // and 6. The upper cells cover the pixel rows 0 and 1, the lower cells the rows 2 to 4.
-void tst_MapCells::eachCellCoversItsPixels()
+void tst_MapCells::cellEdgesAreTruncatedToWholePixels()
 {
     const Map map{3, 2, {0, 1, 2, 3, 0, 1}};
     const QImage image = drawnMap(map, wholeView(map, {10, 5}), false);
@@ -320,7 +320,7 @@ void tst_MapCells::outlineIsDrawnAlongEveryCellEdge()
     }
 }
 
-void tst_MapCells::outlineUsesThePen()
+void tst_MapCells::outlineIsDrawnWithThePenOfThePainter()
 {
     const Map map{2, 2, {0, 1, 2, 3}};
     const PlainMapView view{{20, 20}, -1.0, -1.0, 3.0, 3.0};

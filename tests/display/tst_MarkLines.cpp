@@ -25,12 +25,12 @@ private Q_SLOTS:
     void clearRemovesTheLinesWithoutDeletingThem();
     void clearResetsTheSelection();
 
-    void valueIsTheNumberInTheEdit_data();
-    void valueIsTheNumberInTheEdit();
+    void valueIsTheNumberInTheEditOrZeroIfUnparsable_data();
+    void valueIsTheNumberInTheEditOrZeroIfUnparsable();
     void typingChangesTheValueOfTheLine();
     void relativeValueIsAddedToItsBase_data();
     void relativeValueIsAddedToItsBase();
-    void relativeBaseContributesOnlyItsOwnNumber();
+    void baseOfARelativeBaseIsNotAddedToTheValue();
     void baseOfAbsoluteLineIsIgnored();
     void baseCanBeALaterLineOfAnotherDirection();
     void movingAndNewPosAreTheOnlySignals();
@@ -118,7 +118,7 @@ void tst_MarkLines::clearResetsTheSelection()
     QCOMPARE(lines.set.selectedIndex, -1);
 }
 
-void tst_MarkLines::valueIsTheNumberInTheEdit_data()
+void tst_MarkLines::valueIsTheNumberInTheEditOrZeroIfUnparsable_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<double>("value");
@@ -129,7 +129,7 @@ void tst_MarkLines::valueIsTheNumberInTheEdit_data()
     QTest::newRow("empty is 0") << "" << 0.0;
 }
 
-void tst_MarkLines::valueIsTheNumberInTheEdit()
+void tst_MarkLines::valueIsTheNumberInTheEditOrZeroIfUnparsable()
 {
     QFETCH(QString, text);
     QFETCH(double, value);
@@ -175,7 +175,7 @@ void tst_MarkLines::relativeValueIsAddedToItsBase()
 
 // Line 2 has the base line 1, which has the base line 0. The value of line 2 is 7 plus
 // the number in the edit of line 1, 20; the 100 of line 0 is not added.
-void tst_MarkLines::relativeBaseContributesOnlyItsOwnNumber()
+void tst_MarkLines::baseOfARelativeBaseIsNotAddedToTheValue()
 {
     MarkedLines lines;
     lines.add("100");

@@ -17,30 +17,30 @@ class tst_MarkPlaces : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void placeIsTheTruncatedPixel_data();
-    void placeIsTheTruncatedPixel();
+    void placeIsTheTruncatedPixelPositionNearTheWidget_data();
+    void placeIsTheTruncatedPixelPositionNearTheWidget();
     void areaContainsTheOutermostPlaces();
     void extremeRangesYieldOnlyPlacesInsideTheArea_data() { addExtremeNumbers(); }
     void extremeRangesYieldOnlyPlacesInsideTheArea();
 };
 
-void tst_MarkPlaces::placeIsTheTruncatedPixel_data()
+void tst_MarkPlaces::placeIsTheTruncatedPixelPositionNearTheWidget_data()
 {
     QTest::addColumn<double>("x0");
     QTest::addColumn<double>("y0");
     QTest::addColumn<double>("x1");
     QTest::addColumn<double>("y1");
     QTest::newRow("usual range") << 10.0 << -1.0 << 27.0 << 4.0;
-    QTest::newRow("thirds") << 1.0 / 3.0 << 2.0 / 3.0 << 7.0 / 3.0 << 8.0 / 3.0;
+    QTest::newRow("range limits in thirds") << 1.0 / 3.0 << 2.0 / 3.0 << 7.0 / 3.0 << 8.0 / 3.0;
     QTest::newRow("reversed range") << 3.7 << 4.1 << 2.2 << 0.3;
-    QTest::newRow("narrow") << 2.5 << 1.1 << 2.5000001 << 1.1000003;
-    QTest::newRow("wide") << -1e9 << -1e12 << 3e9 << 2e12;
+    QTest::newRow("narrow range") << 2.5 << 1.1 << 2.5000001 << 1.1000003;
+    QTest::newRow("wide range") << -1e9 << -1e12 << 3e9 << 2e12;
 }
 
 // Random pixel positions on and around the widget are converted to data values.
 // MarkPlaces must convert these values to the truncated pixel positions of ChCoord, or to no
 // place if the position is 3 pixels or more outside the widget.
-void tst_MarkPlaces::placeIsTheTruncatedPixel()
+void tst_MarkPlaces::placeIsTheTruncatedPixelPositionNearTheWidget()
 {
     QFETCH(double, x0);
     QFETCH(double, y0);

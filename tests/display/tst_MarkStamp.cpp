@@ -21,10 +21,10 @@ private Q_SLOTS:
     void stampHasAnEmptyBorder();
     void translatedOrClippedPaintersHaveAStamp_data();
     void translatedOrClippedPaintersHaveAStamp();
-    void unusualPainterStatesHaveNoStamp_data();
-    void unusualPainterStatesHaveNoStamp();
-    void unusualPensHaveNoStamp_data();
-    void unusualPensHaveNoStamp();
+    void paintersThatAlterTheMarkPixelsHaveNoStamp_data();
+    void paintersThatAlterTheMarkPixelsHaveNoStamp();
+    void pensOtherThanThinSolidOpaqueOnesHaveNoStamp_data();
+    void pensOtherThanThinSolidOpaqueOnesHaveNoStamp();
     void deviceWithoutPixelsHasNoStamp();
 };
 
@@ -98,12 +98,12 @@ void tst_MarkStamp::translatedOrClippedPaintersHaveAStamp()
     QVERIFY(MarkStamp::of(p, QPen(Qt::blue)));
 }
 
-void tst_MarkStamp::unusualPainterStatesHaveNoStamp_data()
+void tst_MarkStamp::paintersThatAlterTheMarkPixelsHaveNoStamp_data()
 {
     addPainterStates(false);
 }
 
-void tst_MarkStamp::unusualPainterStatesHaveNoStamp()
+void tst_MarkStamp::paintersThatAlterTheMarkPixelsHaveNoStamp()
 {
     QFETCH(PainterState, state);
     QFETCH(double, scale);
@@ -113,7 +113,7 @@ void tst_MarkStamp::unusualPainterStatesHaveNoStamp()
     QVERIFY(!MarkStamp::of(p, QPen(Qt::blue)));
 }
 
-void tst_MarkStamp::unusualPensHaveNoStamp_data()
+void tst_MarkStamp::pensOtherThanThinSolidOpaqueOnesHaveNoStamp_data()
 {
     QTest::addColumn<QPen>("pen");
     QTest::newRow("wide pen") << QPen(Qt::blue, 2);
@@ -123,7 +123,7 @@ void tst_MarkStamp::unusualPensHaveNoStamp_data()
     QTest::newRow("pen with a pattern") << QPen(QBrush(Qt::blue, Qt::Dense4Pattern), 1);
 }
 
-void tst_MarkStamp::unusualPensHaveNoStamp()
+void tst_MarkStamp::pensOtherThanThinSolidOpaqueOnesHaveNoStamp()
 {
     QFETCH(QPen, pen);
     QImage image = whitePicture({150, 120});

@@ -65,8 +65,8 @@ private Q_SLOTS:
     void insertReturnsTrueOncePerPixel();
     void insertRowReturnsTheNewPixels_data();
     void insertRowReturnsTheNewPixels();
-    void runsContainAllPixels_data();
-    void runsContainAllPixels();
+    void runsContainExactlyTheInsertedPixels_data();
+    void runsContainExactlyTheInsertedPixels();
     void fullPixelRowIsASingleRun();
     void dilationAppliesTheStampToEachPixel_data();
     void dilationAppliesTheStampToEachPixel();
@@ -110,15 +110,15 @@ void tst_PixelSet::insertRowReturnsTheNewPixels()
     QCOMPARE(pixelsOf(set), (Pixels{{2, x}, {2, x + 4}, {2, x + 6}, {2, x + 8}}));
 }
 
-void tst_PixelSet::runsContainAllPixels_data()
+void tst_PixelSet::runsContainExactlyTheInsertedPixels_data()
 {
     QTest::addColumn<unsigned>("oneIn");
     QTest::newRow("every pixel") << 1u;
     QTest::newRow("one in 2") << 2u;
-    QTest::newRow("a few") << 100u;
+    QTest::newRow("one in 100") << 100u;
 }
 
-void tst_PixelSet::runsContainAllPixels()
+void tst_PixelSet::runsContainExactlyTheInsertedPixels()
 {
     QFETCH(unsigned, oneIn);
     const Pixels pixels = randomPixels(oneIn);
@@ -141,7 +141,7 @@ void tst_PixelSet::dilationAppliesTheStampToEachPixel_data()
     QTest::addColumn<unsigned>("oneIn");
     QTest::newRow("every pixel") << 1u;
     QTest::newRow("one in 20") << 20u;
-    QTest::newRow("a few") << 300u;
+    QTest::newRow("one in 300") << 300u;
 }
 
 void tst_PixelSet::dilationAppliesTheStampToEachPixel()

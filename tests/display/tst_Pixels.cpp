@@ -27,14 +27,14 @@ class tst_Pixels : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void valuesAreTruncatedTowardsZero_data();
-    void valuesAreTruncatedTowardsZero();
+    void valueIsTruncatedOrLowestIntIfOutOfRange_data();
+    void valueIsTruncatedOrLowestIntIfOutOfRange();
     void nearestPixelRoundsHalvesAwayFromZero_data();
     void nearestPixelRoundsHalvesAwayFromZero();
     void endsOfShortLinesAreTruncatedToPixels_data();
     void endsOfShortLinesAreTruncatedToPixels();
-    void longLinesAreClipped_data();
-    void longLinesAreClipped();
+    void longLinesAreClippedAtTheClipLimits_data();
+    void longLinesAreClippedAtTheClipLimits();
     void lineEndInsideTheClipLimitsIsKept();
     void reversedLineHasTheSameClippedEnds();
     void largestDoublesAreClippedToTheLimits();
@@ -44,7 +44,7 @@ private Q_SLOTS:
     void nonFiniteLinesAreDropped();
 };
 
-void tst_Pixels::valuesAreTruncatedTowardsZero_data()
+void tst_Pixels::valueIsTruncatedOrLowestIntIfOutOfRange_data()
 {
     QTest::addColumn<double>("value");
     QTest::addColumn<int>("pixel");
@@ -67,7 +67,7 @@ void tst_Pixels::valuesAreTruncatedTowardsZero_data()
     QTest::newRow("NaN") << notANumber << lowest;
 }
 
-void tst_Pixels::valuesAreTruncatedTowardsZero()
+void tst_Pixels::valueIsTruncatedOrLowestIntIfOutOfRange()
 {
     QFETCH(double, value);
     QTEST(display::truncated(value), "pixel");
@@ -119,7 +119,7 @@ void tst_Pixels::endsOfShortLinesAreTruncatedToPixels()
     QCOMPARE(*made, line);
 }
 
-void tst_Pixels::longLinesAreClipped_data()
+void tst_Pixels::longLinesAreClippedAtTheClipLimits_data()
 {
     QTest::addColumn<QPointF>("from");
     QTest::addColumn<QPointF>("to");
@@ -150,7 +150,7 @@ void tst_Pixels::longLinesAreClipped_data()
 
 // The tolerance is one pixel: the rounding error of a clipped coordinate can change the
 // truncated number by one.
-void tst_Pixels::longLinesAreClipped()
+void tst_Pixels::longLinesAreClippedAtTheClipLimits()
 {
     QFETCH(QPointF, from);
     QFETCH(QPointF, to);
@@ -171,7 +171,7 @@ void tst_Pixels::lineEndInsideTheClipLimitsIsKept()
     QCOMPARE(in->p2(), QPoint(123, 45));
 }
 
-// The tolerance is one pixel, as in longLinesAreClipped().
+// The tolerance is one pixel, as in longLinesAreClippedAtTheClipLimits().
 void tst_Pixels::reversedLineHasTheSameClippedEnds()
 {
     const QPointF from(-7.3e6, -2.1e5);

@@ -84,24 +84,24 @@ private Q_SLOTS:
 
     void blackAxesCrossAtTheOrigin();
     void axesOutsideTheViewAreNotDrawn();
-    void eachLineHasItsColor_data();
-    void eachLineHasItsColor();
+    void linesOfK1K2AndAAreYellowMagentaAndCyan_data();
+    void linesOfK1K2AndAAreYellowMagentaAndCyan();
     void lineHasTheGivenSlopeAndConstant_data();
     void lineHasTheGivenSlopeAndConstant();
     void linesCrossTheWholePlot();
     void nonFiniteLineIsOmitted_data();
     void nonFiniteLineIsOmitted();
-    void steepLineIsDrawnAtItsPosition();
-    void laterLinesAreDrawnOverEarlierLines();
+    void nearlyVerticalLineIsDrawnAroundItsPixelColumn();
+    void axesAndK1K2AndALinesAreDrawnInThisOrder();
 
     void vPointsAreRedAndOtherPointsAreBlue();
     void pointIsDrawnAsTwoCircles();
     void pointsAreDrawnOverTheLines();
     void laterPointsAreDrawnOverEarlierPoints();
-    void pointsOutsideThePixelRangeAreOmitted_data();
-    void pointsOutsideThePixelRangeAreOmitted();
-    void graphWithExtremeNumbersIsPainted_data();
-    void graphWithExtremeNumbersIsPainted();
+    void nonFiniteOrVeryFarPointsAreOmitted_data();
+    void nonFiniteOrVeryFarPointsAreOmitted();
+    void graphWithExtremeNumbersStillHasItsOutline_data();
+    void graphWithExtremeNumbersStillHasItsOutline();
 };
 
 void tst_PlaneGraph::graphWithoutPointsIsEmpty()
@@ -188,20 +188,20 @@ void tst_PlaneGraph::axesOutsideTheViewAreNotDrawn()
     QCOMPARE(countOf(image, {41, 16, 339, 254}, Qt::white), 339 * 254);
 }
 
-void tst_PlaneGraph::eachLineHasItsColor_data()
+void tst_PlaneGraph::linesOfK1K2AndAAreYellowMagentaAndCyan_data()
 {
     QTest::addColumn<double>("k1");
     QTest::addColumn<double>("k2");
     QTest::addColumn<double>("a");
     QTest::addColumn<QColor>("color");
-    QTest::newRow("k1") << 0.5 << notANumber << notANumber << yellow;
-    QTest::newRow("k2") << notANumber << 0.5 << notANumber << magenta;
-    QTest::newRow("a and b") << notANumber << notANumber << 0.5 << cyan;
+    QTest::newRow("slope k1") << 0.5 << notANumber << notANumber << yellow;
+    QTest::newRow("slope k2") << notANumber << 0.5 << notANumber << magenta;
+    QTest::newRow("slope a and constant b") << notANumber << notANumber << 0.5 << cyan;
 }
 
 // The line is y = x / 2. One unit is 20 pixels on both axes, so the line rises by 100
 // pixels over 200 pixels.
-void tst_PlaneGraph::eachLineHasItsColor()
+void tst_PlaneGraph::linesOfK1K2AndAAreYellowMagentaAndCyan()
 {
     QFETCH(double, k1);
     QFETCH(double, k2);
@@ -277,7 +277,7 @@ void tst_PlaneGraph::nonFiniteLineIsOmitted()
 
 // Within the view, y = 0 to 12.75, the line y = 1e6 (x - 5) is at most one pixel column
 // away from x = 5, which is pixel column 140.
-void tst_PlaneGraph::steepLineIsDrawnAtItsPosition()
+void tst_PlaneGraph::nearlyVerticalLineIsDrawnAroundItsPixelColumn()
 {
     const QImage image =
         pictureOf(FilledGraph(farPoint, {notANumber, notANumber, 1e6, -5e6}), twentyPixelsPerUnit);
@@ -285,7 +285,7 @@ void tst_PlaneGraph::steepLineIsDrawnAtItsPosition()
     QCOMPARE(countOf(image, {41, 16, 339, 254}, cyan), countOf(image, {139, 16, 3, 254}, cyan));
 }
 
-void tst_PlaneGraph::laterLinesAreDrawnOverEarlierLines()
+void tst_PlaneGraph::axesAndK1K2AndALinesAreDrawnInThisOrder()
 {
     const auto at = [](const analysis::PlaneLines& lines) {
         return pictureOf(FilledGraph(farPoint, lines), twentyPixelsPerUnit).pixelColor(240, 170);
@@ -348,7 +348,7 @@ void tst_PlaneGraph::laterPointsAreDrawnOverEarlierPoints()
     QCOMPARE(at(false, true), red);
 }
 
-void tst_PlaneGraph::pointsOutsideThePixelRangeAreOmitted_data()
+void tst_PlaneGraph::nonFiniteOrVeryFarPointsAreOmitted_data()
 {
     QTest::addColumn<double>("extreme");
     QTest::newRow("NaN") << notANumber;
@@ -358,7 +358,7 @@ void tst_PlaneGraph::pointsOutsideThePixelRangeAreOmitted_data()
     QTest::newRow("larger than an int") << 4294967296.0;
 }
 
-void tst_PlaneGraph::pointsOutsideThePixelRangeAreOmitted()
+void tst_PlaneGraph::nonFiniteOrVeryFarPointsAreOmitted()
 {
     QFETCH(double, extreme);
     const QImage image = pictureOf(FilledGraph({{extreme, 3.0, true},
@@ -371,7 +371,7 @@ void tst_PlaneGraph::pointsOutsideThePixelRangeAreOmitted()
     QVERIFY(countOf(image, {198, 148, 5, 5}, blue) >= 8);
 }
 
-void tst_PlaneGraph::graphWithExtremeNumbersIsPainted_data()
+void tst_PlaneGraph::graphWithExtremeNumbersStillHasItsOutline_data()
 {
     addExtremeNumbers();
     QTest::newRow("zero") << 0.0;
@@ -379,7 +379,7 @@ void tst_PlaneGraph::graphWithExtremeNumbersIsPainted_data()
 
 // Each number is used in turn in a point, in a line and in the view, with an automatic
 // and with a fixed range.
-void tst_PlaneGraph::graphWithExtremeNumbersIsPainted()
+void tst_PlaneGraph::graphWithExtremeNumbersStillHasItsOutline()
 {
     QFETCH(double, number);
     for (int field = 0; field < 10; ++field) {

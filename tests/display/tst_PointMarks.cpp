@@ -41,18 +41,18 @@ class tst_PointMarks : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void placeIsTheTruncatedPixel_data();
-    void placeIsTheTruncatedPixel();
-    void pointsOutsideTheWidgetAreNotMarked_data();
-    void pointsOutsideTheWidgetAreNotMarked();
+    void markPlaceIsTheTruncatedPixelPosition_data();
+    void markPlaceIsTheTruncatedPixelPosition();
+    void nonFiniteOrVeryFarPointsHaveNoPlace_data();
+    void nonFiniteOrVeryFarPointsHaveNoPlace();
     void partlyVisibleMarksHaveAPlace();
-    void invalidRangeHasNoPlaces();
+    void emptyOrNaNRangeHasNoPlaces();
     void circleHasTheGivenRadius();
-    void circleUsesPenAndBrush();
+    void circleIsOutlinedWithThePenAndFilledWithTheBrush();
     void markIsTwoCirclesOfRadiusOneAndTwo();
 };
 
-void tst_PointMarks::placeIsTheTruncatedPixel_data()
+void tst_PointMarks::markPlaceIsTheTruncatedPixelPosition_data()
 {
     QTest::addColumn<QPointF>("point");
     QTest::addColumn<QPoint>("place");
@@ -65,7 +65,7 @@ void tst_PointMarks::placeIsTheTruncatedPixel_data()
     QTest::newRow("just left of the widget") << QPointF(8.0 - 0.9 / 20.0, 0.0) << QPoint(0, 219);
 }
 
-void tst_PointMarks::placeIsTheTruncatedPixel()
+void tst_PointMarks::markPlaceIsTheTruncatedPixelPosition()
 {
     QFETCH(QPointF, point);
     QFETCH(QPoint, place);
@@ -74,21 +74,21 @@ void tst_PointMarks::placeIsTheTruncatedPixel()
     QCOMPARE(*found, place);
 }
 
-void tst_PointMarks::pointsOutsideTheWidgetAreNotMarked_data()
+void tst_PointMarks::nonFiniteOrVeryFarPointsHaveNoPlace_data()
 {
     QTest::addColumn<QPointF>("point");
     for (const auto& [name, value] :
          {std::pair{"NaN", notANumber}, std::pair{"infinite", infinite},
           std::pair{"negative infinite", -infinite}, std::pair{"1e300", 1e300},
-          std::pair{"-1e300", -1e300}, std::pair{"largest", huge}, std::pair{"1e9", 1e9},
-          std::pair{"far", 400.0}}) {
+          std::pair{"-1e300", -1e300}, std::pair{"largest double", huge}, std::pair{"1e9", 1e9},
+          std::pair{"400", 400.0}}) {
         QTest::addRow("%s on x", name) << QPointF(value, 0.0);
         QTest::addRow("%s on y", name) << QPointF(15.0, value);
         QTest::addRow("%s on both", name) << QPointF(value, -value);
     }
 }
 
-void tst_PointMarks::pointsOutsideTheWidgetAreNotMarked()
+void tst_PointMarks::nonFiniteOrVeryFarPointsHaveNoPlace()
 {
     QFETCH(QPointF, point);
     QVERIFY(!display::markPlace(PlotSurface(), point.x(), point.y()));
@@ -118,7 +118,7 @@ void tst_PointMarks::partlyVisibleMarksHaveAPlace()
     QVERIFY(!display::markPlace(cc, 10.0 + (404.0 - 40.0) / 20.0, 0.0));
 }
 
-void tst_PointMarks::invalidRangeHasNoPlaces()
+void tst_PointMarks::emptyOrNaNRangeHasNoPlaces()
 {
     PlotSurface cc;
     cc.setRealX(15, 15);
@@ -142,7 +142,7 @@ void tst_PointMarks::circleHasTheGivenRadius()
     }
 }
 
-void tst_PointMarks::circleUsesPenAndBrush()
+void tst_PointMarks::circleIsOutlinedWithThePenAndFilledWithTheBrush()
 {
     QImage image = whiteSurface();
     QPainter p(&image);

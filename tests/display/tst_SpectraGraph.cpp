@@ -86,8 +86,8 @@ private Q_SLOTS:
     void graphWithoutPointsIsEmpty();
     void rangeIsTheEnergyWindowWithAMarginOfATwentiethInY();
     void rangeOfOneValueHasNoHeight();
-    void rangeWithoutValuesIsNotFitted();
-    void rangeOfNaNsIsNotFitted();
+    void windowWithoutValuesHasUnfittedYRangeZeroToOne();
+    void rangeIgnoresNaNsAndIsNotFittedIfAllAreNaN();
     void graphMatchesTheReferenceDrawing_data();
     void graphMatchesTheReferenceDrawing();
     void curveHasTheWidthOfItsPen();
@@ -100,7 +100,7 @@ private Q_SLOTS:
     void nonFiniteEnergyInterruptsTheCurve();
     void energiesOutsideTheViewAreNotMarked();
     void fitUsesItsEnergyShiftButNotTheSelectedPresentation();
-    void legendTextsHaveNoMaximumSize();
+    void legendTextsAreNotLimitedToTwelvePoints();
     void reversedWindowContainsNoValue();
 };
 
@@ -160,7 +160,7 @@ void tst_SpectraGraph::rangeOfOneValueHasNoHeight()
     QVERIFY(countOf(image, QRect(288, 13, 76, 9), Qt::white) < 76 * 9);
 }
 
-void tst_SpectraGraph::rangeWithoutValuesIsNotFitted()
+void tst_SpectraGraph::windowWithoutValuesHasUnfittedYRangeZeroToOne()
 {
     Drawing drawing(usualSize, {8300.0, 0.0, 8450.0, 1.0});
     const AMutE far = spectrumOf({{8000, 0.4}, {9000, 0.6}});
@@ -174,7 +174,7 @@ void tst_SpectraGraph::rangeWithoutValuesIsNotFitted()
     QVERIFY(drawing.matchesExpected());
 }
 
-void tst_SpectraGraph::rangeOfNaNsIsNotFitted()
+void tst_SpectraGraph::rangeIgnoresNaNsAndIsNotFittedIfAllAreNaN()
 {
     Drawing drawing;
     const AMutE nothing = spectrumOf({{8310, notANumber}, {8400, notANumber}});
@@ -191,7 +191,7 @@ void tst_SpectraGraph::graphMatchesTheReferenceDrawing_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::newRow("usual size") << usualSize;
-    QTest::newRow("odd size") << QSize(433, 311);
+    QTest::newRow("433 by 311 pixels") << QSize(433, 311);
     QTest::newRow("tall") << QSize(151, 433);
     QTest::newRow("wide") << QSize(701, 123);
     QTest::newRow("tiny") << QSize(40, 30);
@@ -390,7 +390,7 @@ void tst_SpectraGraph::fitUsesItsEnergyShiftButNotTheSelectedPresentation()
 
 // Unlike the axis titles, the legend texts are not limited to 12 points: on a large
 // surface, a short name is drawn in a larger font.
-void tst_SpectraGraph::legendTextsHaveNoMaximumSize()
+void tst_SpectraGraph::legendTextsAreNotLimitedToTwelvePoints()
 {
     Drawing drawing(QSize(900, 900));
     const AMutE spectrum = spectrumOf(wave);

@@ -109,18 +109,18 @@ private Q_SLOTS:
     void rangeEqualsTheGivenLimits();
     void markIsTwoCirclesAroundThePixel();
     void fractionsAreDrawnAtTheValenceOfTheirMixture();
-    void storedValuesAreDrawnUnchanged();
+    void storedValencesAndThicknessesAreDrawnUnchanged();
     void fractionsWithoutReferencesHaveValenceZero();
-    void pointsOutsideThePixelRangeAreOmitted_data();
-    void pointsOutsideThePixelRangeAreOmitted();
-    void manyMarksMatchMarkByMarkDrawing_data();
-    void manyMarksMatchMarkByMarkDrawing();
+    void nonFiniteOrVeryFarPointsAreOmitted_data();
+    void nonFiniteOrVeryFarPointsAreOmitted();
+    void pictureMatchesMarkByMarkDrawing_data();
+    void pictureMatchesMarkByMarkDrawing();
     void marksOfPointsJustOutsideThePlotAreVisible();
     void gridEndsWithinHalfAStepOfTheUpperValence_data();
     void gridEndsWithinHalfAStepOfTheUpperValence();
     void pointsAreDrawnOverTheGrid();
-    void graphWithExtremeNumbersIsPainted_data();
-    void graphWithExtremeNumbersIsPainted();
+    void graphWithExtremeNumbersStillHasItsOutline_data();
+    void graphWithExtremeNumbersStillHasItsOutline();
 };
 
 void tst_ThicknessGraph::graphWithoutPixelsIsEmpty()
@@ -181,7 +181,7 @@ void tst_ThicknessGraph::fractionsAreDrawnAtTheValenceOfTheirMixture()
                         {{3.0, 0.3}, {2.875, 1.1}, {2.0, 1.7}, {1.75, 0.6}}));
 }
 
-void tst_ThicknessGraph::storedValuesAreDrawnUnchanged()
+void tst_ThicknessGraph::storedValencesAndThicknessesAreDrawnUnchanged()
 {
     const QList<QPointF> points{{1.6, 0.3}, {2.9, 1.1}, {3.4, 1.9}};
     QVERIFY(showsPoints(extendedResult(points), points));
@@ -201,7 +201,7 @@ void tst_ThicknessGraph::fractionsWithoutReferencesHaveValenceZero()
                           view.inside()));
 }
 
-void tst_ThicknessGraph::pointsOutsideThePixelRangeAreOmitted_data()
+void tst_ThicknessGraph::nonFiniteOrVeryFarPointsAreOmitted_data()
 {
     QTest::addColumn<double>("number");
     QTest::newRow("NaN") << notANumber;
@@ -211,7 +211,7 @@ void tst_ThicknessGraph::pointsOutsideThePixelRangeAreOmitted_data()
     QTest::newRow("larger than an int") << 4294967298.5;
 }
 
-void tst_ThicknessGraph::pointsOutsideThePixelRangeAreOmitted()
+void tst_ThicknessGraph::nonFiniteOrVeryFarPointsAreOmitted()
 {
     QFETCH(double, number);
     const QList<QPointF> extreme{{number, 1.0}, {2.5, number}, {number, number}};
@@ -220,15 +220,15 @@ void tst_ThicknessGraph::pointsOutsideThePixelRangeAreOmitted()
         showsPoints(fractionResult(extreme.mid(1) + QList<QPointF>{{0.25, 1.3}}), {{2.75, 1.3}}));
 }
 
-void tst_ThicknessGraph::manyMarksMatchMarkByMarkDrawing_data()
+void tst_ThicknessGraph::pictureMatchesMarkByMarkDrawing_data()
 {
     QTest::addColumn<int>("count");
-    QTest::newRow("a few") << 50;
-    QTest::newRow("many") << 5000;
-    QTest::newRow("points on every pixel") << 200000;
+    QTest::newRow("50 points") << 50;
+    QTest::newRow("5000 points") << 5000;
+    QTest::newRow("200000 points") << 200000;
 }
 
-void tst_ThicknessGraph::manyMarksMatchMarkByMarkDrawing()
+void tst_ThicknessGraph::pictureMatchesMarkByMarkDrawing()
 {
     QFETCH(int, count);
     const QList<QPointF> points = randomPoints(count);
@@ -294,13 +294,13 @@ void tst_ThicknessGraph::pointsAreDrawnOverTheGrid()
     QCOMPARE(image.pixelColor(210, 142), plainGrid);
 }
 
-void tst_ThicknessGraph::graphWithExtremeNumbersIsPainted_data()
+void tst_ThicknessGraph::graphWithExtremeNumbersStillHasItsOutline_data()
 {
     addExtremeNumbers();
-    QTest::newRow("large") << 1e17;
+    QTest::newRow("1e17") << 1e17;
 }
 
-void tst_ThicknessGraph::graphWithExtremeNumbersIsPainted()
+void tst_ThicknessGraph::graphWithExtremeNumbersStillHasItsOutline()
 {
     QFETCH(double, number);
     for (int field = 0; field < 6; ++field) {

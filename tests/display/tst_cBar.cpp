@@ -129,8 +129,8 @@ private Q_SLOTS:
     void startsWithTheSettingsOfItsForm();
     void signalsAndSlotsAreDeclaredInTheExpectedOrder();
 
-    void setCBarTypeBuildsTheTable_data();
-    void setCBarTypeBuildsTheTable();
+    void setCBarTypeBuildsItsTableOrTheFirstIfUnknown_data();
+    void setCBarTypeBuildsItsTableOrTheFirstIfUnknown();
     void setCBarTypeResetsTheLines();
 
     void valuesSelectTheirTableEntries_data();
@@ -139,8 +139,8 @@ private Q_SLOTS:
     void valuesWithoutATableEntryHaveTheFirstColour();
     void hugeLimitsStillMapValuesToTableEntries_data();
     void hugeLimitsStillMapValuesToTableEntries();
-    void limitLinesDetermineTheColourOfAValue_data();
-    void limitLinesDetermineTheColourOfAValue();
+    void entryOfAValueIsInterpolatedFromIminToImax_data();
+    void entryOfAValueIsInterpolatedFromIminToImax();
 
     void changedLimitsStayInAscendingOrder_data();
     void changedLimitsStayInAscendingOrder();
@@ -150,7 +150,7 @@ private Q_SLOTS:
 
     void pixelRowsShowTheColoursOfTheirValues_data();
     void pixelRowsShowTheColoursOfTheirValues();
-    void tableEntriesAreDrawnInTheirPixelRows();
+    void eachEntryOfABarAsHighAsItsTableFillsOneRow();
     void eachEntryOfATallBarFillsThreePixelRows();
     void pixelRowsOutsideTheLinesUseTheAboveAndBelowColours();
     void linesAreClampedToTheBar_data();
@@ -167,12 +167,12 @@ private Q_SLOTS:
     void leftMiddleAndRightButtonsDragLines();
     void draggingTheUpperLineRaisesImax();
     void draggingTheLowerLineLowersImin();
-    void bothLinesCanBeDragged();
+    void draggingBothLinesSetsImaxAndImin();
     void scaleAfterADragDependsOnlyOnItsLastPosition();
     void pressAwayFromTheLinesKeepsTheSelection_data();
     void pressAwayFromTheLinesKeepsTheSelection();
     void dragWithoutASelectedLineEmitsAnUnchangedScale();
-    void draggingOneLineOntoTheOtherLineIsIgnored();
+    void draggingALineOntoTheOtherKeepsTheScale();
     void crossedLinesReverseTheColours();
     void moveWithoutButtonOnlyRepaints();
     void releaseOnlyRepaints();
@@ -223,7 +223,7 @@ void tst_cBar::signalsAndSlotsAreDeclaredInTheExpectedOrder()
     QCOMPARE(types, 12);
 }
 
-void tst_cBar::setCBarTypeBuildsTheTable_data()
+void tst_cBar::setCBarTypeBuildsItsTableOrTheFirstIfUnknown_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("builtType");
@@ -235,7 +235,7 @@ void tst_cBar::setCBarTypeBuildsTheTable_data()
     QTest::newRow("largest int") << std::numeric_limits<int>::max() << 0;
 }
 
-void tst_cBar::setCBarTypeBuildsTheTable()
+void tst_cBar::setCBarTypeBuildsItsTableOrTheFirstIfUnknown()
 {
     QFETCH(int, type);
     QFETCH(int, builtType);
@@ -372,7 +372,7 @@ void tst_cBar::hugeLimitsStillMapValuesToTableEntries()
     QVERIFY(isNear(bar.color(value), 0, entry, false));
 }
 
-void tst_cBar::limitLinesDetermineTheColourOfAValue_data()
+void tst_cBar::entryOfAValueIsInterpolatedFromIminToImax_data()
 {
     QTest::addColumn<double>("imin");
     QTest::addColumn<double>("imax");
@@ -390,7 +390,7 @@ void tst_cBar::limitLinesDetermineTheColourOfAValue_data()
     QTest::newRow("part of the table, beyond") << 64.0 << 192.0 << 1.25 << 224;
 }
 
-void tst_cBar::limitLinesDetermineTheColourOfAValue()
+void tst_cBar::entryOfAValueIsInterpolatedFromIminToImax()
 {
     QFETCH(double, value);
     QFETCH(int, entry);
@@ -534,7 +534,7 @@ void tst_cBar::pixelRowsShowTheColoursOfTheirValues()
 
 // The bar has 256 pixel rows for 256 entries, so no rounding occurs and entry i is at
 // pixel row 256 - i.
-void tst_cBar::tableEntriesAreDrawnInTheirPixelRows()
+void tst_cBar::eachEntryOfABarAsHighAsItsTableFillsOneRow()
 {
     cBar bar;
     bar.setCBarType(11);
@@ -803,7 +803,7 @@ void tst_cBar::draggingTheLowerLineLowersImin()
 // The lines move to the pixel rows 128 and 192: 256 / (128 - 192) = -4 entries per row.
 // The lower line, at entry 0, is 192 rows below the top of the bar, so
 // imax = 4 * 192 = 768. The line is 64 rows above the bottom, so imin = -4 * 64 = -256.
-void tst_cBar::bothLinesCanBeDragged()
+void tst_cBar::draggingBothLinesSetsImaxAndImin()
 {
     VisibleBar bar;
     QVERIFY(bar.isReady());
@@ -883,7 +883,7 @@ void tst_cBar::dragWithoutASelectedLineEmitsAnUnchangedScale()
     QCOMPARE(bar.imin, 0.0);
 }
 
-void tst_cBar::draggingOneLineOntoTheOtherLineIsIgnored()
+void tst_cBar::draggingALineOntoTheOtherKeepsTheScale()
 {
     VisibleBar bar;
     QVERIFY(bar.isReady());

@@ -125,9 +125,9 @@ private Q_SLOTS:
     void rowStartsEmpty();
     void slotsAreCallableByName();
 
-    void checkBoxRequestsACalculationOnlyIfClicked_data();
-    void checkBoxRequestsACalculationOnlyIfClicked();
-    void showMapButtonRequestsNoCalculation();
+    void checkBoxEmitsChangedCBOnlyIfClicked_data();
+    void checkBoxEmitsChangedCBOnlyIfClicked();
+    void clickOnShowMapButtonEmitsNoSignalOfTheRow();
     void typedMutEmitsNoSignalAndIsReadOnDemand();
     void leavingTheEnergyFieldEmitsTheEnergy();
     void unparsableEnergyIsReadAsZero();
@@ -135,21 +135,21 @@ private Q_SLOTS:
     void mutOfAnInvalidReferenceIndexIsZero();
 
     void newDirectoryIsForwarded();
-    void fileRowLoadsTheMap();
-    void textMapFillsTheRow();
+    void newFileInTheFileRowLoadsTheMap();
+    void loadedTextMapSetsSizeHeaderAndPixels();
     void energyIsEmittedBeforeTheData();
     void everyEnergyLineIsEmittedAndTheLastEnergyIsKept();
     void energyIsKeptIfTheFileHasNoEnergy();
     void mapWithoutAValidSizeOrRowsIsNotLoaded_data();
     void mapWithoutAValidSizeOrRowsIsNotLoaded();
     void failedReloadKeepsThePixelsOfTheNewFile();
-    void oldMapIsKeptIfTheFileCannotBeOpened_data();
-    void oldMapIsKeptIfTheFileCannotBeOpened();
-    void oldMapIsKeptIfTheFileCannotBeRead();
+    void fileThatCannotBeOpenedUnloadsMapButKeepsPixels_data();
+    void fileThatCannotBeOpenedUnloadsMapButKeepsPixels();
+    void unreadableFileUnloadsTheMapButKeepsItsPixels();
     void clearingTheFileRowUnloadsTheMapButKeepsItsPixels();
     void mapSizeIsWrittenToTheDebugLog();
 
-    void binaryMapFillsTheRowWithMut();
+    void loadedBinaryMapSetsSizeAndMutOfThePixels();
     void formatIsDetectedByFirstBytesNotSuffix();
     void textWithBinarySignatureIsReadAsBinaryMap();
     void secondBinaryMapIsAppendedToTheOldPixels();
@@ -157,14 +157,14 @@ private Q_SLOTS:
     void textMapReplacesAnEarlierBinaryMap();
     void unreadableBinaryMapIsLoadedWithSizeZero_data();
     void unreadableBinaryMapIsLoadedWithSizeZero();
-    void binaryMapOverTheSizeLimitHasSizeZero();
+    void binaryMapOfTooLargeOrNegativeSizeHasSizeZero();
     void truncatedBinaryMapIsPaddedWithZeros();
 
     void truncatedTextMapIsLoadedOnlyIfItHasSizeAndRows();
     void truncatedBinaryMapIsAlwaysLoaded();
     void randomBytesAreLoadedOnlyIfTheyHaveSizeAndRows();
     void veryLongLineIsReadLikeAShortLine();
-    void veryLongEnergyIsReadAsZeroAndInfAsInfinity();
+    void energyLineWithoutNumberIsReadAsZeroAndInfAsInfinity();
 
 private:
     QString file(const QString& name, const QByteArray& content) const
@@ -295,7 +295,7 @@ void tst_AEPoint::slotsAreCallableByName()
     }
 }
 
-void tst_AEPoint::checkBoxRequestsACalculationOnlyIfClicked_data()
+void tst_AEPoint::checkBoxEmitsChangedCBOnlyIfClicked_data()
 {
     QTest::addColumn<QString>("name");
     for (const char* name : {"UseCB", "VPointCB", "LCFCB"}) {
@@ -303,7 +303,7 @@ void tst_AEPoint::checkBoxRequestsACalculationOnlyIfClicked_data()
     }
 }
 
-void tst_AEPoint::checkBoxRequestsACalculationOnlyIfClicked()
+void tst_AEPoint::checkBoxEmitsChangedCBOnlyIfClicked()
 {
     QFETCH(QString, name);
     AEPoint row;
@@ -321,7 +321,7 @@ void tst_AEPoint::checkBoxRequestsACalculationOnlyIfClicked()
     QCOMPARE(recorder.entries.size(), 2);
 }
 
-void tst_AEPoint::showMapButtonRequestsNoCalculation()
+void tst_AEPoint::clickOnShowMapButtonEmitsNoSignalOfTheRow()
 {
     AEPoint row;
     row.show();
@@ -399,7 +399,7 @@ void tst_AEPoint::newDirectoryIsForwarded()
     QCOMPARE(dirs.at(0).at(0).toString(), QDir(folder->path()).canonicalPath());
 }
 
-void tst_AEPoint::fileRowLoadsTheMap()
+void tst_AEPoint::newFileInTheFileRowLoadsTheMap()
 {
     AEPoint row;
     const SignalRecorder recorder(&row);
@@ -409,7 +409,7 @@ void tst_AEPoint::fileRowLoadsTheMap()
     QCOMPARE(recorder.entries, expected);
 }
 
-void tst_AEPoint::textMapFillsTheRow()
+void tst_AEPoint::loadedTextMapSetsSizeHeaderAndPixels()
 {
     AEPoint row;
     row.loadData(file(QStringLiteral("map.dat"), textMap));
@@ -493,7 +493,7 @@ void tst_AEPoint::failedReloadKeepsThePixelsOfTheNewFile()
     QCOMPARE(row.headerLines, QStringList(QStringLiteral("# no size")));
 }
 
-void tst_AEPoint::oldMapIsKeptIfTheFileCannotBeOpened_data()
+void tst_AEPoint::fileThatCannotBeOpenedUnloadsMapButKeepsPixels_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("missing file") << "missing.dat";
@@ -501,7 +501,7 @@ void tst_AEPoint::oldMapIsKeptIfTheFileCannotBeOpened_data()
     QTest::newRow("a pipe") << "pipe";
 }
 
-void tst_AEPoint::oldMapIsKeptIfTheFileCannotBeOpened()
+void tst_AEPoint::fileThatCannotBeOpenedUnloadsMapButKeepsPixels()
 {
     QFETCH(QString, name);
     QCOMPARE(::mkfifo(QFile::encodeName(folder->filePath(QStringLiteral("pipe"))), 0600), 0);
@@ -516,7 +516,7 @@ void tst_AEPoint::oldMapIsKeptIfTheFileCannotBeOpened()
     QCOMPARE(maps.size(), 0);
 }
 
-void tst_AEPoint::oldMapIsKeptIfTheFileCannotBeRead()
+void tst_AEPoint::unreadableFileUnloadsTheMapButKeepsItsPixels()
 {
     AEPoint row;
     row.loadData(file(QStringLiteral("map.dat"), textMap));
@@ -557,7 +557,7 @@ void tst_AEPoint::mapSizeIsWrittenToTheDebugLog()
     QCOMPARE(log.lines(), expected);
 }
 
-void tst_AEPoint::binaryMapFillsTheRowWithMut()
+void tst_AEPoint::loadedBinaryMapSetsSizeAndMutOfThePixels()
 {
     AEPoint row;
     const SignalRecorder recorder(&row);
@@ -651,7 +651,7 @@ void tst_AEPoint::unreadableBinaryMapIsLoadedWithSizeZero()
     QCOMPARE(maps.size(), 1);
 }
 
-void tst_AEPoint::binaryMapOverTheSizeLimitHasSizeZero()
+void tst_AEPoint::binaryMapOfTooLargeOrNegativeSizeHasSizeZero()
 {
     AEPoint row;
     row.loadData(file(QStringLiteral("map.2dp"), binaryMap(100000, 100000, {0.5})));
@@ -730,7 +730,7 @@ void tst_AEPoint::veryLongLineIsReadLikeAShortLine()
     QCOMPARE(row.rows.size(), 1);
 }
 
-void tst_AEPoint::veryLongEnergyIsReadAsZeroAndInfAsInfinity()
+void tst_AEPoint::energyLineWithoutNumberIsReadAsZeroAndInfAsInfinity()
 {
     AEPoint row;
     const QSignalSpy energies(&row, &AEPoint::newEnergy);

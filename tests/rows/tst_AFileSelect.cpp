@@ -157,19 +157,19 @@ private Q_SLOTS:
 
     void formContainsTheExpectedWidgets();
     void formHasTheExpectedWidthsAndSpacings();
-    void shiftFieldIsInItsContainer();
+    void shiftFieldIsInDEBaseAndStartsAtZero();
     void rowStartsEmptyInOpenMode();
     void slotsAreCallableByName();
 
     void dialogIsAWindowOwnedByTheRow();
-    void dialogOffersItsFiltersInOrder();
+    void dialogFiltersAreDatThen2dpThenAllFiles();
     void newDialogStartsInTheWorkingDirectory();
     void selectButtonShowsTheDialogWithoutBlocking();
     void selectButtonBringsTheDialogThatIsAlreadyOpenToTheFront();
 
-    void modeConfiguresDialogAndField_data();
-    void modeConfiguresDialogAndField();
-    void multiFlagHasNoEffectUntilTheModeIsSet();
+    void modeSetsDialogModesAndWhetherTheFieldIsReadOnly_data();
+    void modeSetsDialogModesAndWhetherTheFieldIsReadOnly();
+    void multiFlagAloneKeepsTheDialogAtOneFile();
 
     void newFileShowsThePathAndEmitsSignalsInOrder();
     void newFileStoresTheCanonicalDirectory();
@@ -276,7 +276,7 @@ void tst_AFileSelect::formHasTheExpectedWidthsAndSpacings()
     QCOMPARE(row.ClearB->maximumWidth(), 50);
 }
 
-void tst_AFileSelect::shiftFieldIsInItsContainer()
+void tst_AFileSelect::shiftFieldIsInDEBaseAndStartsAtZero()
 {
     const AFileSelect row;
     const auto* grid = qobject_cast<QGridLayout*>(row.dEBase->layout());
@@ -324,7 +324,7 @@ void tst_AFileSelect::dialogIsAWindowOwnedByTheRow()
     QCOMPARE(row.dialog->objectName(), QStringLiteral("dialog"));
 }
 
-void tst_AFileSelect::dialogOffersItsFiltersInOrder()
+void tst_AFileSelect::dialogFiltersAreDatThen2dpThenAllFiles()
 {
     const AFileSelect row;
     const QStringList filters{QStringLiteral("Data Files (*.dat)"),
@@ -369,7 +369,7 @@ void tst_AFileSelect::selectButtonBringsTheDialogThatIsAlreadyOpenToTheFront()
     QTRY_COMPARE(QGuiApplication::focusWindow(), row.dialog->windowHandle());
 }
 
-void tst_AFileSelect::modeConfiguresDialogAndField_data()
+void tst_AFileSelect::modeSetsDialogModesAndWhetherTheFieldIsReadOnly_data()
 {
     QTest::addColumn<MakeRow>("make");
     QTest::addColumn<bool>("saves");
@@ -397,7 +397,7 @@ void tst_AFileSelect::modeConfiguresDialogAndField_data()
     }) << false << QFileDialog::ExistingFile;
 }
 
-void tst_AFileSelect::modeConfiguresDialogAndField()
+void tst_AFileSelect::modeSetsDialogModesAndWhetherTheFieldIsReadOnly()
 {
     QFETCH(MakeRow, make);
     QFETCH(bool, saves);
@@ -411,7 +411,7 @@ void tst_AFileSelect::modeConfiguresDialogAndField()
                                                 : "background-color: rgb(255, 255, 220);");
 }
 
-void tst_AFileSelect::multiFlagHasNoEffectUntilTheModeIsSet()
+void tst_AFileSelect::multiFlagAloneKeepsTheDialogAtOneFile()
 {
     AFileSelect row;
     row.multi = true;

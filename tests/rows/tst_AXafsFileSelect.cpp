@@ -76,7 +76,7 @@ private Q_SLOTS:
     void mutAtFailsAboveTheSpectrumAndKeepsTheOutput();
     void mutAtFailsForAnEmptySpectrum();
     void mutAtUsesTheShiftedEnergies();
-    void mutAtUsesTheFirstPointOfADescendingScan();
+    void mutAtInterpolatesFromOriginToFirstPointOfDescendingScan();
 
 private:
     const tests::DialogSettings m_settings;
@@ -420,7 +420,7 @@ void tst_AXafsFileSelect::mutAtUsesTheShiftedEnergies()
     QVERIFY(!row.MutAt(8016.0, &out));
 }
 
-void tst_AXafsFileSelect::mutAtUsesTheFirstPointOfADescendingScan()
+void tst_AXafsFileSelect::mutAtInterpolatesFromOriginToFirstPointOfDescendingScan()
 {
     AXafsFileSelect row;
     setSpectrum(row);

@@ -82,7 +82,7 @@ class tst_FileDialog : public QObject
 private Q_SLOTS:
     void init();
 
-    void classNameAllowsTheNativeDialog();
+    void reportedClassNameIsQFileDialog();
     void newDialogIsAHiddenWindowOfItsParent();
 
     void folderOfAHiddenDialogIsStoredButNotRead();
@@ -106,7 +106,7 @@ private Q_SLOTS:
     void lastTypedNameIsSelectedOnReopening();
     void firstOpeningShowsNameSizeAndDate();
     void dialogAndColumnSizesSetByTheUserAreKept();
-    void titleIsKeptInAllModes();
+    void titleIsKeptIfModeOrLanguageChanges();
 
 private:
     QString file(const QString& name) const { return tests::writeFile(*m_folder, name, "1 2\n"); }
@@ -123,7 +123,7 @@ void tst_FileDialog::init()
     m_path = QDir(m_folder->path()).canonicalPath();
 }
 
-void tst_FileDialog::classNameAllowsTheNativeDialog()
+void tst_FileDialog::reportedClassNameIsQFileDialog()
 {
     // Qt shows the native dialog only for exactly this class name.
     const DialogFixture fixture;
@@ -415,7 +415,7 @@ void tst_FileDialog::dialogAndColumnSizesSetByTheUserAreKept()
     QCOMPARE(fixture.list->columnWidth(0), 90);
 }
 
-void tst_FileDialog::titleIsKeptInAllModes()
+void tst_FileDialog::titleIsKeptIfModeOrLanguageChanges()
 {
     DialogFixture fixture;
     const QString title = QStringLiteral("Ref 1");

@@ -14,7 +14,7 @@ class tst_RefFiles : public QObject
 
 private Q_SLOTS:
     void listStartsEmpty();
-    void signalsOfAllRowsAreForwarded();
+    void signalsOfConnectedRowsAreForwarded();
     void listDoesNotOwnItsRows();
 
 private:
@@ -27,7 +27,7 @@ void tst_RefFiles::listStartsEmpty()
     QVERIFY(refs.RefRows.isEmpty());
 }
 
-void tst_RefFiles::signalsOfAllRowsAreForwarded()
+void tst_RefFiles::signalsOfConnectedRowsAreForwarded()
 {
     ARefFile first;
     ARefFile second;

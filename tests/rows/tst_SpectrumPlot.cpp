@@ -247,7 +247,7 @@ class tst_SpectrumPlot : public QObject
 
 private Q_SLOTS:
 
-    void attachConnectsTheFramesSignals();
+    void attachConnectsDrawPressDragReleaseNotDoubleClick();
     void reattachingStopsDrawingInThePreviousFrame();
     void reattachingTheSameFrameConnectsDrawOnce();
     void mouseActionsOnTheFrameKeepTheSpectrum();
@@ -259,7 +259,7 @@ private Q_SLOTS:
     void axisTitlesAreSetOnEveryDraw();
 
     void rangeAddsFivePercentOnEachSideOfTheUnshiftedSpectrum();
-    void rangeIsFittedOnceAndKept();
+    void rangeIsFittedOnceAndKeptUntilItIsCleared();
     void shiftMovesTheCurveAndKeepsTheRange();
     void newFileResetsTheRange();
     void resizedFrameKeepsTheRange();
@@ -268,9 +268,9 @@ private Q_SLOTS:
     void limitsAndEdgeAreDrawnAsVerticalLines();
     void edgeMarkerHidesLimitMarkersAtTheSameEnergy();
     void markerLinesOutsideTheRangeAreNotDrawn();
-    void curvesPassThroughTheExpectedPixels_data();
-    void curvesPassThroughTheExpectedPixels();
-    void curvesAreDrawnInOrderOverTheMarkerLines();
+    void curvesPassThroughThePixelsOfTheirValues_data();
+    void curvesPassThroughThePixelsOfTheirValues();
+    void markersSpectrumPreAndPostLineAreDrawnInThisOrder();
     void pictureMatchesTheReferenceDrawing_data();
     void pictureMatchesTheReferenceDrawing();
 
@@ -283,13 +283,13 @@ private Q_SLOTS:
 
     void edgeJumpUsesTheUnshiftedEdge();
     void edgeJumpUsesTheLastFittedLines();
-    void edgeJumpIsShownWithSixDigits();
+    void edgeJumpIsShownWithUpToSixSignificantDigits();
 
 private:
     const tests::DialogSettings m_settings;
 };
 
-void tst_SpectrumPlot::attachConnectsTheFramesSignals()
+void tst_SpectrumPlot::attachConnectsDrawPressDragReleaseNotDoubleClick()
 {
     CountingFrame frame;
     const char* const draw = SIGNAL(draw(QStylePainter*));
@@ -428,7 +428,7 @@ void tst_SpectrumPlot::rangeAddsFivePercentOnEachSideOfTheUnshiftedSpectrum()
     QVERIFY(plot.frame.DispA->hasScale);
 }
 
-void tst_SpectrumPlot::rangeIsFittedOnceAndKept()
+void tst_SpectrumPlot::rangeIsFittedOnceAndKeptUntilItIsCleared()
 {
     Plot plot;
     setStep(plot.spectrum());
@@ -546,7 +546,7 @@ void tst_SpectrumPlot::markerLinesOutsideTheRangeAreNotDrawn()
     QCOMPARE(countOf(image, QRect(QPoint(0, 0), usualSize), edgeColor), 0);
 }
 
-void tst_SpectrumPlot::curvesPassThroughTheExpectedPixels_data()
+void tst_SpectrumPlot::curvesPassThroughThePixelsOfTheirValues_data()
 {
     QTest::addColumn<QPoint>("pixel");
     QTest::addColumn<QColor>("color");
@@ -571,7 +571,7 @@ void tst_SpectrumPlot::curvesPassThroughTheExpectedPixels_data()
     QTest::newRow("post-edge line ends with the points") << QPoint(360, 36) << QColor(Qt::white);
 }
 
-void tst_SpectrumPlot::curvesPassThroughTheExpectedPixels()
+void tst_SpectrumPlot::curvesPassThroughThePixelsOfTheirValues()
 {
     QFETCH(QPoint, pixel);
     Plot plot;
@@ -579,7 +579,7 @@ void tst_SpectrumPlot::curvesPassThroughTheExpectedPixels()
     QTEST(plot.paint().pixelColor(pixel), "color");
 }
 
-void tst_SpectrumPlot::curvesAreDrawnInOrderOverTheMarkerLines()
+void tst_SpectrumPlot::markersSpectrumPreAndPostLineAreDrawnInThisOrder()
 {
     Plot plot;
     setStep(plot.spectrum());
@@ -785,7 +785,7 @@ void tst_SpectrumPlot::edgeJumpUsesTheLastFittedLines()
     QCOMPARE(plot.spectrum().preLine.c, 1.155);
 }
 
-void tst_SpectrumPlot::edgeJumpIsShownWithSixDigits()
+void tst_SpectrumPlot::edgeJumpIsShownWithUpToSixSignificantDigits()
 {
     Plot plot;
     setStepWithoutMarkers(plot.spectrum());
