@@ -160,8 +160,8 @@ private Q_SLOTS:
     void horizontalGridStepIsDerivedFromTheXScale();
     void gridIsDrawnOnlyBetweenTheLimitsAndInsideTheView();
     void denseHorizontalGridHasALineInEachPixelRow();
-    void graphWithExtremeNumbersIsPainted_data();
-    void graphWithExtremeNumbersIsPainted();
+    void graphWithExtremeNumbersStillHasItsOutline_data();
+    void graphWithExtremeNumbersStillHasItsOutline();
 };
 
 void tst_HistogramGraph::graphWithoutVisibleBinsIsEmpty()
@@ -567,7 +567,7 @@ void tst_HistogramGraph::denseHorizontalGridHasALineInEachPixelRow()
     QCOMPARE(QList<int>(rows.rbegin(), rows.rend()), valuesFrom(117, 218, 1));
 }
 
-void tst_HistogramGraph::graphWithExtremeNumbersIsPainted_data()
+void tst_HistogramGraph::graphWithExtremeNumbersStillHasItsOutline_data()
 {
     addExtremeNumbers();
     QTest::newRow("zero") << 0.0;
@@ -575,7 +575,7 @@ void tst_HistogramGraph::graphWithExtremeNumbersIsPainted_data()
 
 // Each number is used in turn as a limit, as the position or width of the bins, and as
 // a limit of the view.
-void tst_HistogramGraph::graphWithExtremeNumbersIsPainted()
+void tst_HistogramGraph::graphWithExtremeNumbersStillHasItsOutline()
 {
     QFETCH(double, number);
     for (int field = 0; field < 8; ++field) {
