@@ -67,13 +67,13 @@ private Q_SLOTS:
     void pixelMissingInTheVRowsMapHasZeroCoordinates();
     void mapOfAnotherSizeIsIndexedWithItsOwnWidth();
     void headerLinesAndSizeAreReadFromTheVRow();
-    void earlierResultIsReplacedAndNoLongerExtended();
+    void newResultReplacesOldPixelsAndClearsExtendedFlag();
     void mapOfHeightZeroGivesNoPixels();
     void mapOfZeroWidthAndHugeHeightGivesNoPixels();
-    void nanPixelGivesNaNAndIsCountedBelow();
+    void nanPixelGivesNaNAndIsCountedBelowTheHistogram();
     void tooFewRowsLeaveTheResultUnchanged();
-    void exactFormUsesTheFirstThreeRows();
-    void leastSquareWithoutOtherRowsGivesNaNPixels();
+    void exactFourPointFormIgnoresAFourthRowBesidesTheVRow();
+    void leastSquareOfTheVRowAloneGivesNaN();
     void methodsMatchTheReferenceImplementationBitForBit_data();
     void methodsMatchTheReferenceImplementationBitForBit();
 };
@@ -174,7 +174,7 @@ void tst_MapCalculation::headerLinesAndSizeAreReadFromTheVRow()
     QCOMPARE(result.map.yNum, 1);
 }
 
-void tst_MapCalculation::earlierResultIsReplacedAndNoLongerExtended()
+void tst_MapCalculation::newResultReplacesOldPixelsAndClearsExtendedFlag()
 {
     const A2DData mv = absorbanceMap(1, 1, {3});
     Result result;
@@ -206,7 +206,7 @@ void tst_MapCalculation::mapOfZeroWidthAndHugeHeightGivesNoPixels()
     QVERIFY(result.map.rows.isEmpty());
 }
 
-void tst_MapCalculation::nanPixelGivesNaNAndIsCountedBelow()
+void tst_MapCalculation::nanPixelGivesNaNAndIsCountedBelowTheHistogram()
 {
     const A2DData mv = absorbanceMap(1, 1, {NaN});
     Result result;
@@ -230,7 +230,7 @@ void tst_MapCalculation::tooFewRowsLeaveTheResultUnchanged()
     QCOMPARE(result.map.rows.at(0).intensity, 42.0);
 }
 
-void tst_MapCalculation::exactFormUsesTheFirstThreeRows()
+void tst_MapCalculation::exactFourPointFormIgnoresAFourthRowBesidesTheVRow()
 {
     // The numbers of exactFormGivesFractionHalfAndThicknessOneForEqualParts() in
     // tst_FourPointForms: the target is half the sum of the references, so a = 0.5 and t/ts = 1. A
@@ -252,7 +252,7 @@ void tst_MapCalculation::exactFormUsesTheFirstThreeRows()
              qPrintable(text(result.map.rows.at(0).i0)));
 }
 
-void tst_MapCalculation::leastSquareWithoutOtherRowsGivesNaNPixels()
+void tst_MapCalculation::leastSquareOfTheVRowAloneGivesNaN()
 {
     const A2DData m = absorbanceMap(2, 1, {3, 4});
     const MapStack stack{{}, {&m, 150, 3, 1}, 1.0, {true, 2.0, 3.0}};

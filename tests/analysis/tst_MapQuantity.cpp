@@ -45,10 +45,10 @@ private Q_SLOTS:
     void storedValuesAreReadByIndex_data();
     void storedValuesAreReadByIndex();
     void pixelIsFoundByItsPosition();
-    void quantitiesAreCalculatedFromTheFraction_data();
-    void quantitiesAreCalculatedFromTheFraction();
-    void quantitiesFromTheFractionIgnoreStoredValues();
-    void storedValuesDoNotNeedTheReferences();
+    void nonExtendedResultUsesFractionAndThickness_data();
+    void nonExtendedResultUsesFractionAndThickness();
+    void nonExtendedResultIgnoresStoredValues();
+    void storedValenceIsReadWithoutReferences();
     void valenceFromTheFractionIsZeroWithoutReferences();
     void fractionOutsideZeroToOneIsNotClamped();
     void quantitiesOfMissingPixelsAreZero_data();
@@ -57,8 +57,8 @@ private Q_SLOTS:
     void quantitiesOfAnEmptyResultAreZero();
     void missingValuesReadAsZero_data();
     void missingValuesReadAsZero();
-    void valuesOfUnknownKindsAreZero_data();
-    void valuesOfUnknownKindsAreZero();
+    void quantityNumberOutOfRangeGivesZero_data();
+    void quantityNumberOutOfRangeGivesZero();
     void nanAndInfinityAreKept();
 };
 
@@ -80,7 +80,7 @@ void tst_MapQuantity::storedValuesAreReadByIndex()
     }
 }
 
-void tst_MapQuantity::quantitiesAreCalculatedFromTheFraction_data()
+void tst_MapQuantity::nonExtendedResultUsesFractionAndThickness_data()
 {
     QTest::addColumn<int>("kind");
     QTest::addColumn<QList<double>>("values"); // for a = 0, 1/4, 1/2, 3/4
@@ -93,7 +93,7 @@ void tst_MapQuantity::quantitiesAreCalculatedFromTheFraction_data()
     QTest::newRow("total dMut") << 12 << QList<double>{10.5, 11.5, 12.5, 13.5};
 }
 
-void tst_MapQuantity::quantitiesAreCalculatedFromTheFraction()
+void tst_MapQuantity::nonExtendedResultUsesFractionAndThickness()
 {
     QFETCH(int, kind);
     QFETCH(QList<double>, values);
@@ -104,7 +104,7 @@ void tst_MapQuantity::quantitiesAreCalculatedFromTheFraction()
     }
 }
 
-void tst_MapQuantity::quantitiesFromTheFractionIgnoreStoredValues()
+void tst_MapQuantity::nonExtendedResultIgnoresStoredValues()
 {
     A2DData bare = usualResult(false);
     for (A2DRow& row : bare.rows) {
@@ -130,7 +130,7 @@ void tst_MapQuantity::pixelIsFoundByItsPosition()
     QCOMPARE(quantity.at(0, 1 << 30), 0.0);
 }
 
-void tst_MapQuantity::storedValuesDoNotNeedTheReferences()
+void tst_MapQuantity::storedValenceIsReadWithoutReferences()
 {
     const A2DData result = usualResult(true);
     QCOMPARE(MapQuantity(result, ValenceMix{}, 11).at(2), 211.0);
@@ -225,16 +225,16 @@ void tst_MapQuantity::missingValuesReadAsZero()
     }
 }
 
-void tst_MapQuantity::valuesOfUnknownKindsAreZero_data()
+void tst_MapQuantity::quantityNumberOutOfRangeGivesZero_data()
 {
     QTest::addColumn<int>("kind");
-    QTest::newRow("below") << -1;
-    QTest::newRow("above") << 13;
-    QTest::newRow("lowest") << std::numeric_limits<int>::min();
-    QTest::newRow("highest") << std::numeric_limits<int>::max();
+    QTest::newRow("just below the range") << -1;
+    QTest::newRow("just above the range") << 13;
+    QTest::newRow("smallest int") << std::numeric_limits<int>::min();
+    QTest::newRow("largest int") << std::numeric_limits<int>::max();
 }
 
-void tst_MapQuantity::valuesOfUnknownKindsAreZero()
+void tst_MapQuantity::quantityNumberOutOfRangeGivesZero()
 {
     QFETCH(int, kind);
     for (const bool extended : {false, true}) {

@@ -99,7 +99,7 @@ private Q_SLOTS:
     void changedInputOrResultRunsTheCalculationAgain();
     void changedSignOfZeroRunsTheCalculationAgain();
     void equalNaNInputsDoNotRunTheCalculationAgain();
-    void resultIsNotSharedDuringTheCalculation();
+    void resultIsNotSharedWithTheCacheDuringACalculation();
     void inputsChangedAndRestoredAreCalculatedAgain();
     void inputsOfDifferentMethodsDiffer();
     void fourPointsInputsDifferAfterEveryChange_data();
@@ -200,7 +200,7 @@ void tst_MapResultCache::equalNaNInputsDoNotRunTheCalculationAgain()
     QCOMPARE(fake.runs, 1);
 }
 
-void tst_MapResultCache::resultIsNotSharedDuringTheCalculation()
+void tst_MapResultCache::resultIsNotSharedWithTheCacheDuringACalculation()
 {
     FakeCalculation fake;
     fake.calculate();

@@ -42,8 +42,8 @@ private Q_SLOTS:
     void scanReadsTheGivenNumbersInsteadOfTheMapRows();
     void mapWithoutColumnsHasNoExtremesDespiteMaximumHeight();
 
-    void positionInsideTheMapHasAPixel_data();
-    void positionInsideTheMapHasAPixel();
+    void positionInsideTheMapGivesItsPixel_data();
+    void positionInsideTheMapGivesItsPixel();
     void positionOutsideTheMapHasNoPixel_data();
     void positionOutsideTheMapHasNoPixel();
 };
@@ -56,16 +56,17 @@ void tst_MapScan::scanFindsTheExtremesOfTheNumbers_data()
     QTest::addColumn<double>("high");
     QTest::newRow("rising") << Values{1, 2, 3, 4} << 1.0 << 4.0;
     QTest::newRow("falling") << Values{4, 3, 2, 1} << 1.0 << 4.0;
-    QTest::newRow("in the middle") << Values{2, 4, 1, 3} << 1.0 << 4.0;
+    QTest::newRow("extremes in the middle") << Values{2, 4, 1, 3} << 1.0 << 4.0;
     QTest::newRow("negative") << Values{-2, -4, -1, -3} << -4.0 << -1.0;
-    QTest::newRow("equal") << Values{7, 7, 7, 7} << 7.0 << 7.0;
+    QTest::newRow("equal numbers") << Values{7, 7, 7, 7} << 7.0 << 7.0;
     QTest::newRow("NaN first") << Values{notANumber, 2, 3, 1} << 1.0 << 3.0;
     QTest::newRow("NaN last") << Values{3, 1, 2, notANumber} << 1.0 << 3.0;
-    QTest::newRow("one number") << Values{notANumber, 5, notANumber, notANumber} << 5.0 << 5.0;
+    QTest::newRow("one number among NaN")
+        << Values{notANumber, 5, notANumber, notANumber} << 5.0 << 5.0;
     QTest::newRow("infinity") << Values{1, infinity, 2, 3} << 1.0 << infinity;
     QTest::newRow("minus infinity") << Values{1, -infinity, 2, 3} << -infinity << 3.0;
     QTest::newRow("both infinities") << Values{infinity, -infinity, 2, 3} << -infinity << infinity;
-    QTest::newRow("large") << Values{1e299, -1e299, 2, 3} << -1e299 << 1e299;
+    QTest::newRow("very large numbers") << Values{1e299, -1e299, 2, 3} << -1e299 << 1e299;
 }
 
 void tst_MapScan::scanFindsTheExtremesOfTheNumbers()
@@ -125,7 +126,7 @@ void tst_MapScan::mapWithoutColumnsHasNoExtremesDespiteMaximumHeight()
     QVERIFY(!scan(-1, std::numeric_limits<int>::max(), {}));
 }
 
-void tst_MapScan::positionInsideTheMapHasAPixel_data()
+void tst_MapScan::positionInsideTheMapGivesItsPixel_data()
 {
     QTest::addColumn<double>("x");
     QTest::addColumn<double>("y");
@@ -139,7 +140,7 @@ void tst_MapScan::positionInsideTheMapHasAPixel_data()
     QTest::newRow("inside the last pixel") << 2.9999 << 1.9999 << 2 << 1;
 }
 
-void tst_MapScan::positionInsideTheMapHasAPixel()
+void tst_MapScan::positionInsideTheMapGivesItsPixel()
 {
     QFETCH(double, x);
     QFETCH(double, y);

@@ -53,7 +53,7 @@ class tst_MapStacks : public QObject
 
 private Q_SLOTS:
     void stackContainsTheMapsAndNumbersOfItsRows();
-    void usedRowWithoutMapReadsAsMinusOne();
+    void usedRowWithoutMapHasAbsorbanceMinusOne();
     void vRowWithoutMapGivesAnEmptyResult();
 
     void nonEquivalentMapHasThirteenValuesPerPixel();
@@ -63,9 +63,9 @@ private Q_SLOTS:
     void countsAreConvertedToMutBeforeTheFit();
     void baseRowIsTheFirstUsedRowAndNotTheVRow();
     void baseRowWithoutMapGivesNoPixels();
-    void rowWithoutMapIsFittedAsMinusOne();
-    void rowWithAFailedReloadKeepsItsOldPixels();
-    void mutsOfTheEnergyRowsDoNotAffectTheMap();
+    void rowWithoutMapIsFittedAsAbsorbanceMinusOne();
+    void rowWithAFailedReloadIsFittedWithItsOldPixels();
+    void mutValuesOfTheEnergyRowsDoNotAffectTheMap();
     void asManyRowsAsUnknownsDetermineTheFit_data();
     void asManyRowsAsUnknownsDetermineTheFit();
 };
@@ -92,7 +92,7 @@ void tst_MapStacks::stackContainsTheMapsAndNumbersOfItsRows()
     QVERIFY(!stack.memory);
 }
 
-void tst_MapStacks::usedRowWithoutMapReadsAsMinusOne()
+void tst_MapStacks::usedRowWithoutMapHasAbsorbanceMinusOne()
 {
     // Used: rows 1 to 4, with row 3 as the V row; with a map: rows 2 to 4. Three rows with a
     // map select the three-point form. It still uses row 1 as its first row, with T0 = -1:
@@ -227,7 +227,7 @@ void tst_MapStacks::baseRowWithoutMapGivesNoPixels()
     QVERIFY(map.extended);
 }
 
-void tst_MapStacks::rowWithoutMapIsFittedAsMinusOne()
+void tst_MapStacks::rowWithoutMapIsFittedAsAbsorbanceMinusOne()
 {
     // The constant is chosen so that the mixture is -1 at the row without a map.
     Mix mix = quarter;
@@ -243,7 +243,7 @@ void tst_MapStacks::rowWithoutMapIsFittedAsMinusOne()
     QVERIFY(!near(nonEquivalentMap(inputs).rows.at(0).intensity, 0.25));
 }
 
-void tst_MapStacks::rowWithAFailedReloadKeepsItsOldPixels()
+void tst_MapStacks::rowWithAFailedReloadIsFittedWithItsOldPixels()
 {
     PanelInputs inputs = mixedMaps({quarter}, 2, 6);
     inputs.points[3].hasMap = false;
@@ -252,7 +252,7 @@ void tst_MapStacks::rowWithAFailedReloadKeepsItsOldPixels()
     QVERIFY(!isQuarter(nonEquivalentMap(inputs)));
 }
 
-void tst_MapStacks::mutsOfTheEnergyRowsDoNotAffectTheMap()
+void tst_MapStacks::mutValuesOfTheEnergyRowsDoNotAffectTheMap()
 {
     PanelInputs inputs = mixedMaps({quarter});
     for (analysis::PointState& point : inputs.points) {

@@ -75,18 +75,18 @@ class tst_NonEquivalent : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void preparationUsesRowsWithOrWithoutMap();
-    void preparationSubtractsTheChosenLine();
+    void preparationCollectsTheUsedRowsEvenWithoutMaps();
+    void preOrPostEdgeLineIsSubtractedFromReferences();
     void preparationSkipsUnusedReferences();
     void weightsAreInfiniteIfTheJumpsAddUpToZero();
     void preparationWithoutUsedRowsHasBaseRowZero();
-    void targetValuesSubtractTheChosenLine();
+    void preOrPostEdgeLineIsSubtractedFromTheTarget();
     void mixtureIsRecoveredWithLinearBackground();
     void mixtureIsRecoveredWithVictoreenBackground();
     void sharesAreWeightedByTheJumps();
     void sharesAddUpToOneAndCanBeNegative();
-    void unusedEntriesOfTheThirteenValuesAreZero();
-    void fewerTargetValuesThanEnergiesFitTheFirstRows();
+    void entriesThatNeqSolveDoesNotFillAreZero();
+    void energiesBeyondTheTargetValuesAreIgnored();
     void fifthReferenceIsIgnored();
     void missingWeightCountsAsZero();
     void spectraBeyondTheUsedReferencesAreIgnored();
@@ -98,7 +98,7 @@ private Q_SLOTS:
     void fitMatchesTheReferenceImplementationBitForBit();
 };
 
-void tst_NonEquivalent::preparationUsesRowsWithOrWithoutMap()
+void tst_NonEquivalent::preparationCollectsTheUsedRowsEvenWithoutMaps()
 {
     const AMutE a = spectrum({1, 2, 3});
     const AMutE b = spectrum({4, 4, 4});
@@ -113,7 +113,7 @@ void tst_NonEquivalent::preparationUsesRowsWithOrWithoutMap()
     QCOMPARE(inputs.valences, (QList<double>{2, 3}));
 }
 
-void tst_NonEquivalent::preparationSubtractsTheChosenLine()
+void tst_NonEquivalent::preOrPostEdgeLineIsSubtractedFromReferences()
 {
     const AMutE a = spectrum({1, 2, 3}, 0.25, 0.75);
     const ReferenceSet refs({{true, true, 2, 1}, {}, {}, {}});
@@ -156,7 +156,7 @@ void tst_NonEquivalent::preparationWithoutUsedRowsHasBaseRowZero()
     QCOMPARE(inputs.refValues, (QList<QList<double>>{{}, {}}));
 }
 
-void tst_NonEquivalent::targetValuesSubtractTheChosenLine()
+void tst_NonEquivalent::preOrPostEdgeLineIsSubtractedFromTheTarget()
 {
     const AMutE target = spectrum({1, 2, 3}, 0.25, 0.75);
     QCOMPARE(analysis::neqTargetValues(target, {100, 250}, false), (QList<double>{0.75, 2.25}));
@@ -239,7 +239,7 @@ void tst_NonEquivalent::sharesAddUpToOneAndCanBeNegative()
     QVERIFY(isNear(solved.out.at(0) + solved.out.at(1), 1.0, 1e-15));
 }
 
-void tst_NonEquivalent::unusedEntriesOfTheThirteenValuesAreZero()
+void tst_NonEquivalent::entriesThatNeqSolveDoesNotFillAreZero()
 {
     const Solved solved = solve(false, {1, 5, 2, 7, 3}, twoReferences, fiveEnergies, {0.5, 0.5});
     QCOMPARE(neq::count, 13);
@@ -249,7 +249,7 @@ void tst_NonEquivalent::unusedEntriesOfTheThirteenValuesAreZero()
     }
 }
 
-void tst_NonEquivalent::fewerTargetValuesThanEnergiesFitTheFirstRows()
+void tst_NonEquivalent::energiesBeyondTheTargetValuesAreIgnored()
 {
     const Solved four = solve(false, {1, 5, 2, 7}, twoReferences, fiveEnergies, {0.5, 0.5});
     const Solved same =

@@ -80,10 +80,10 @@ private Q_SLOTS:
     void pixelWithoutDataHasAllThirteenValues();
     void mapOfAnotherSizeIsIndexedWithItsOwnWidth();
     void linearBackgroundLeavesC2Zero();
-    void pixelsAreCountedForUsedButNotUnusedReferences();
+    void histogramsCountEveryPixelExceptForUnusedReferences();
     void pixelsWithoutDataShareOneValueList();
     void pixelsOfAUniformBlockShareOneValueList();
-    void amountsAreMultipliedFromLeftToRight();
+    void pixelAmountIsShareTimesSumThenTimesJumpSum();
 };
 
 void tst_NonEquivalentMap::mixtureOfAPixelIsRecovered()
@@ -188,7 +188,7 @@ void tst_NonEquivalentMap::linearBackgroundLeavesC2Zero()
     }
 }
 
-void tst_NonEquivalentMap::pixelsAreCountedForUsedButNotUnusedReferences()
+void tst_NonEquivalentMap::histogramsCountEveryPixelExceptForUnusedReferences()
 {
     const A2DData a = absorbanceMap(3, 1, {1, 2, notANumber});
     const A2DData b = absorbanceMap(3, 1, {5, 1, 0});
@@ -238,7 +238,7 @@ void tst_NonEquivalentMap::pixelsOfAUniformBlockShareOneValueList()
     QVERIFY(result.map.rows.at(255).values != result.map.rows.at(254).values);
 }
 
-void tst_NonEquivalentMap::amountsAreMultipliedFromLeftToRight()
+void tst_NonEquivalentMap::pixelAmountIsShareTimesSumThenTimesJumpSum()
 {
     std::mt19937 random(5);
     std::uniform_real_distribution<double> uniform(0.0, 3.0);

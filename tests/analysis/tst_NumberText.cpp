@@ -132,8 +132,8 @@ class tst_NumberText : public QObject
 private Q_SLOTS:
     void textFollowsTheGeneralFormat_data();
     void textFollowsTheGeneralFormat();
-    void numbersAtLimitsMatchQt_data();
-    void numbersAtLimitsMatchQt();
+    void numbersAtFormatAndRoundingLimitsMatchQt_data();
+    void numbersAtFormatAndRoundingLimitsMatchQt();
     void powersOfTenAndTheirNeighboursMatchQt();
     void powersOfTwoMatchQt();
     void randomNumbersMatchQt_data();
@@ -159,14 +159,14 @@ void tst_NumberText::textFollowsTheGeneralFormat_data()
     QTest::newRow("minus infinity") << -inf << QByteArray("-inf");
     QTest::newRow("one") << 1.0 << QByteArray("1");
     QTest::newRow("no decimals") << 8300.0 << QByteArray("8300");
-    QTest::newRow("six digits") << 3.14159265 << QByteArray("3.14159");
+    QTest::newRow("rounded to six digits") << 3.14159265 << QByteArray("3.14159");
     QTest::newRow("negative") << -0.25 << QByteArray("-0.25");
     QTest::newRow("largest integer without exponent") << 999999.0 << QByteArray("999999");
     QTest::newRow("smallest integer with exponent") << 1e6 << QByteArray("1e+06");
     QTest::newRow("exponent and digits") << 1234567.0 << QByteArray("1.23457e+06");
     QTest::newRow("smallest without exponent") << 0.0001 << QByteArray("0.0001");
-    QTest::newRow("small with digits") << 0.000123456 << QByteArray("0.000123456");
-    QTest::newRow("smaller, with exponent") << 0.00001 << QByteArray("1e-05");
+    QTest::newRow("six digits without exponent") << 0.000123456 << QByteArray("0.000123456");
+    QTest::newRow("small number with exponent") << 0.00001 << QByteArray("1e-05");
     QTest::newRow("exact half is rounded up") << 123456.5 << QByteArray("123457");
     QTest::newRow("exact half is rounded away from zero") << -123456.5 << QByteArray("-123457");
     QTest::newRow("exact half after an even digit") << 1.015625 << QByteArray("1.01563");
@@ -189,7 +189,7 @@ void tst_NumberText::textFollowsTheGeneralFormat()
     QVERIFY(sameAsQt(value));
 }
 
-void tst_NumberText::numbersAtLimitsMatchQt_data()
+void tst_NumberText::numbersAtFormatAndRoundingLimitsMatchQt_data()
 {
     QTest::addColumn<double>("value");
     // Numbers near 1e-4 and 1e6, the limits of the notation without exponent, and very large
@@ -233,7 +233,7 @@ void tst_NumberText::numbersAtLimitsMatchQt_data()
     QTest::newRow("9999995e15") << 9999995e15;
 }
 
-void tst_NumberText::numbersAtLimitsMatchQt()
+void tst_NumberText::numbersAtFormatAndRoundingLimitsMatchQt()
 {
     QFETCH(double, value);
     for (const double each : {value, std::nextafter(value, inf), std::nextafter(value, -inf)}) {
@@ -319,8 +319,8 @@ void tst_NumberText::signedTextStartsWithABlankOrAMinusSign_data()
     QTest::newRow("positive") << 0.25 << " 0.250";
     QTest::newRow("negative") << -0.25 << "-0.250";
     QTest::newRow("third decimal rounded") << 2.64951 << " 2.650";
-    QTest::newRow("wide") << 12345.5 << " 12345.500";
-    QTest::newRow("wide and negative") << -12345.5 << "-12345.500";
+    QTest::newRow("five digits before the point") << 12345.5 << " 12345.500";
+    QTest::newRow("negative, five digits before the point") << -12345.5 << "-12345.500";
 }
 
 void tst_NumberText::signedTextStartsWithABlankOrAMinusSign()

@@ -28,13 +28,13 @@ class tst_PixelBlocks : public QObject
 
 private Q_SLOTS:
     void everyPixelIsInOneBlockInScanOrder();
-    void coordinatesAreReadFromTheBaseOrZero();
+    void coordinatesComeFromTheBaseMapOrAreZeroIfMissing();
     void coordinatesOfAnEarlierResultAreReplaced();
     void startingAResultKeepsTheExtendedFlag();
     void memoryOfAMuchLargerEarlierResultIsReleased();
     void memoryOfASimilarEarlierResultIsReused();
     void copyOfAnEarlierResultIsUnchanged();
-    void pixelsWithoutDataReadAsMinusOne();
+    void pixelsWithoutDataHaveAbsorbanceMinusOne();
     void uncachedAbsorbanceIsCalculated();
     void valuesOfAnEarlierResultAreDroppedWhenTheResultGrows();
 };
@@ -64,7 +64,7 @@ void tst_PixelBlocks::everyPixelIsInOneBlockInScanOrder()
     QCOMPARE(result.yNum, 3);
 }
 
-void tst_PixelBlocks::coordinatesAreReadFromTheBaseOrZero()
+void tst_PixelBlocks::coordinatesComeFromTheBaseMapOrAreZeroIfMissing()
 {
     A2DData base = tests::absorbanceMap(2, 1, {9.0});
     base.rows[0].x = 7.0;
@@ -129,7 +129,7 @@ void tst_PixelBlocks::copyOfAnEarlierResultIsUnchanged()
     QCOMPARE(copy.first().x, 1.0);
 }
 
-void tst_PixelBlocks::pixelsWithoutDataReadAsMinusOne()
+void tst_PixelBlocks::pixelsWithoutDataHaveAbsorbanceMinusOne()
 {
     const A2DData base = tests::absorbanceMap(100, 2, QList<double>(65, 3.0));
     A2DData result;

@@ -51,15 +51,15 @@ private Q_SLOTS:
     void secondSlopeIsR2OverR1OfTheVRow();
     void secondSlopeIsNotFiniteIfTheVRowIsAtXZero();
     void secondSlopeIsNaNIfThereIsNoVRow();
-    void firstRowCanBeTheVRow();
+    void secondSlopeIsCalculatedIfTheVRowIsTheFirstRow();
     void lineThroughAllRowsIsRecovered_data();
     void lineThroughAllRowsIsRecovered();
     void scatteredRowsGiveTheLeastSquaresLine();
     void orderOfTheRowsHasNoEffect();
     void vRowIsNotPartOfTheFit();
-    void fewerThanTwoRowsGiveNoFiniteLine_data();
-    void fewerThanTwoRowsGiveNoFiniteLine();
-    void rowsWithEqualXGiveNoFiniteLine();
+    void fewerThanTwoRowsGiveNoFiniteFittedLine_data();
+    void fewerThanTwoRowsGiveNoFiniteFittedLine();
+    void rowsWithEqualXGiveNoFiniteFittedLine();
     void nonFiniteRowMakesOnlyTheFittedLineNonFinite();
     void emptyCollectionGivesNoFiniteLine();
 };
@@ -69,9 +69,9 @@ void tst_PlaneLines::firstSlopeIsOneOverTheJumpRatio_data()
     QTest::addColumn<double>("r");
     QTest::addColumn<double>("k1");
     QTest::newRow("equal jumps") << 1.0 << 1.0;
-    QTest::newRow("first larger") << 4.0 << 0.25;
-    QTest::newRow("second larger") << 0.125 << 8.0;
-    QTest::newRow("negative") << -2.0 << -0.5;
+    QTest::newRow("first jump larger") << 4.0 << 0.25;
+    QTest::newRow("second jump larger") << 0.125 << 8.0;
+    QTest::newRow("negative ratio") << -2.0 << -0.5;
     QTest::newRow("second jump zero") << HUGE_VAL << 0.0;
     QTest::newRow("first jump zero") << 0.0 << HUGE_VAL;
 }
@@ -127,7 +127,7 @@ void tst_PlaneLines::secondSlopeIsNaNIfThereIsNoVRow()
     QCOMPARE(lines.b, 1.0);
 }
 
-void tst_PlaneLines::firstRowCanBeTheVRow()
+void tst_PlaneLines::secondSlopeIsCalculatedIfTheVRowIsTheFirstRow()
 {
     CollectedRows rows = rowsAt({{0.0, 1.0}, {1.0, 3.0}});
     rows.v.row = 0;
@@ -190,7 +190,7 @@ void tst_PlaneLines::vRowIsNotPartOfTheFit()
     QCOMPARE(planeLines(rows).b, 1.0);
 }
 
-void tst_PlaneLines::fewerThanTwoRowsGiveNoFiniteLine_data()
+void tst_PlaneLines::fewerThanTwoRowsGiveNoFiniteFittedLine_data()
 {
     QTest::addColumn<Points>("points");
     QTest::newRow("no row") << Points{};
@@ -198,7 +198,7 @@ void tst_PlaneLines::fewerThanTwoRowsGiveNoFiniteLine_data()
     QTest::newRow("one row at the origin") << Points{{0.0, 0.0}};
 }
 
-void tst_PlaneLines::fewerThanTwoRowsGiveNoFiniteLine()
+void tst_PlaneLines::fewerThanTwoRowsGiveNoFiniteFittedLine()
 {
     QFETCH(Points, points);
     const PlaneLines lines = planeLines(rowsAt(points));
@@ -208,7 +208,7 @@ void tst_PlaneLines::fewerThanTwoRowsGiveNoFiniteLine()
     QCOMPARE(lines.k2, 1.5);
 }
 
-void tst_PlaneLines::rowsWithEqualXGiveNoFiniteLine()
+void tst_PlaneLines::rowsWithEqualXGiveNoFiniteFittedLine()
 {
     const PlaneLines lines = planeLines(rowsAt({{1.5, 2.0}, {1.5, 4.0}, {1.5, 7.0}}));
     QVERIFY(!std::isfinite(lines.a));

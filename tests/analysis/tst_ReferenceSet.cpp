@@ -25,13 +25,13 @@ class tst_ReferenceSet : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void invalidReferencesCountAsUsed();
+    void usedRowsIncludeInvalidReferences();
     void unusedReferenceIsSkippedByRatioAndValenceMix();
-    void referenceRowsWithoutAGapAllHaveCounterparts();
-    void gapLeavesALaterRowWithoutCounterpart();
+    void usedReferencesWithoutAGapAllHaveCounterparts();
+    void gapInUsedReferencesLeavesALaterRowWithoutCounterpart();
     void referenceRowWithAnInvalidCounterpartIsFound();
     void edgeJumpRatioIgnoresValidity();
-    void edgeJumpRatioNeedsTwoUsedReferences();
+    void edgeJumpRatioIsNaNWithFewerThanTwoUsedReferences();
     void edgeJumpRatioIsInfiniteIfTheSecondJumpIsZero();
     void valenceMixInterpolatesBetweenTheFirstTwoValences();
     void valenceMixIsZeroWithFewerThanTwoValidReferences();
@@ -39,18 +39,18 @@ private Q_SLOTS:
     void valenceRangeWithoutUsedReferencesIsTenToZero();
     void lowerLimitIsTenForValencesAboveTen();
     void upperLimitIsZeroForNegativeValences();
-    void unusedRowsDoNotEnterTheValenceRange();
+    void unusedReferencesDoNotEnterTheValenceRange();
     void firstTwoValencesKeepTheirOrderAndAreZeroIfMissing();
     void totalJumpSumsUsedReferences();
     void numberOfUsedValencesIsTheNumberOfUsedAndValidReferences();
     void totalJumpIncludesUsedReferenceWithoutSpectrum();
-    void eachQuantityHasItsMapLimits_data();
-    void eachQuantityHasItsMapLimits();
+    void mapLimitsAreKnownForEveryQuantityExceptC1AndC2_data();
+    void mapLimitsAreKnownForEveryQuantityExceptC1AndC2();
     void valenceMapWithoutReferencesHasReversedLimits();
-    void histogramLimitsFollowTheReferences();
+    void histogramLimitsReachHalfAUnitBeyondTheReferences();
 };
 
-void tst_ReferenceSet::invalidReferencesCountAsUsed()
+void tst_ReferenceSet::usedRowsIncludeInvalidReferences()
 {
     const ReferenceSet refs({reference(false, true), reference(true, false), reference(true, true),
                              reference(false, false)});
@@ -71,7 +71,7 @@ void tst_ReferenceSet::unusedReferenceIsSkippedByRatioAndValenceMix()
     QCOMPARE(ReferenceSet(rows).valenceMix()(1.0), 2.0);
 }
 
-void tst_ReferenceSet::referenceRowsWithoutAGapAllHaveCounterparts()
+void tst_ReferenceSet::usedReferencesWithoutAGapAllHaveCounterparts()
 {
     QCOMPARE(ReferenceSet({reference(true, true), reference(true, true), reference(false, false)})
                  .rowWithoutValidCounterpart(),
@@ -79,7 +79,7 @@ void tst_ReferenceSet::referenceRowsWithoutAGapAllHaveCounterparts()
     QCOMPARE(ReferenceSet({reference(false, false)}).rowWithoutValidCounterpart(), -1);
 }
 
-void tst_ReferenceSet::gapLeavesALaterRowWithoutCounterpart()
+void tst_ReferenceSet::gapInUsedReferencesLeavesALaterRowWithoutCounterpart()
 {
     // The counterpart of row i is the used reference with the index i. Used: rows 0 and 2. So
     // reference 0 is row 0 and reference 1 is row 2. Row 2 has no counterpart.
@@ -112,7 +112,7 @@ void tst_ReferenceSet::edgeJumpRatioIgnoresValidity()
         1.5);
 }
 
-void tst_ReferenceSet::edgeJumpRatioNeedsTwoUsedReferences()
+void tst_ReferenceSet::edgeJumpRatioIsNaNWithFewerThanTwoUsedReferences()
 {
     QVERIFY(std::isnan(ReferenceSet({reference(false, true, 0, 3)}).edgeJumpRatio()));
     QVERIFY(std::isnan(
@@ -176,7 +176,7 @@ void tst_ReferenceSet::upperLimitIsZeroForNegativeValences()
     QCOMPARE(range.high, 0.0);
 }
 
-void tst_ReferenceSet::unusedRowsDoNotEnterTheValenceRange()
+void tst_ReferenceSet::unusedReferencesDoNotEnterTheValenceRange()
 {
     const Limits range = ReferenceSet({reference(true, false, 2), reference(true, true, 3),
                                        reference(false, true, 0), reference(false, true, 4)})
@@ -228,7 +228,7 @@ void tst_ReferenceSet::totalJumpIncludesUsedReferenceWithoutSpectrum()
              2.0);
 }
 
-void tst_ReferenceSet::eachQuantityHasItsMapLimits_data()
+void tst_ReferenceSet::mapLimitsAreKnownForEveryQuantityExceptC1AndC2_data()
 {
     QTest::addColumn<int>("kind");
     QTest::addColumn<bool>("known");
@@ -243,11 +243,11 @@ void tst_ReferenceSet::eachQuantityHasItsMapLimits_data()
     QTest::addRow("valence") << 11 << true << 1.5 << 3.5;
     QTest::addRow("C1") << 9 << false << 0.0 << 0.0;
     QTest::addRow("C2") << 10 << false << 0.0 << 0.0;
-    QTest::addRow("above the last") << 13 << false << 0.0 << 0.0;
-    QTest::addRow("negative") << -1 << false << 0.0 << 0.0;
+    QTest::addRow("index above the last") << 13 << false << 0.0 << 0.0;
+    QTest::addRow("negative index") << -1 << false << 0.0 << 0.0;
 }
 
-void tst_ReferenceSet::eachQuantityHasItsMapLimits()
+void tst_ReferenceSet::mapLimitsAreKnownForEveryQuantityExceptC1AndC2()
 {
     QFETCH(int, kind);
     QFETCH(bool, known);
@@ -268,7 +268,7 @@ void tst_ReferenceSet::valenceMapWithoutReferencesHasReversedLimits()
     QCOMPARE(limits->high, 0.5);
 }
 
-void tst_ReferenceSet::histogramLimitsFollowTheReferences()
+void tst_ReferenceSet::histogramLimitsReachHalfAUnitBeyondTheReferences()
 {
     const ReferenceSet refs({reference(true, true, 2, 1), reference(true, true, 3, 2)});
     QCOMPARE(analysis::valenceLimits(refs).low, 1.5);

@@ -26,13 +26,13 @@ class tst_ResultFile : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void fileContainsTheSelectedColumns();
+    void extendedFileHasSelectedColumnsAndSimpleFileFixedOnes();
     void fileThatCannotBeOpenedIsReported_data();
     void fileThatCannotBeOpenedIsReported();
     void fullDiskIsReported();
 };
 
-void tst_ResultFile::fileContainsTheSelectedColumns()
+void tst_ResultFile::extendedFileHasSelectedColumnsAndSimpleFileFixedOnes()
 {
     const QTemporaryDir dir;
     const QString path = writeFile(dir, "result", QByteArray(1000, 'x')); // replaced by the result
@@ -66,7 +66,7 @@ void tst_ResultFile::fileThatCannotBeOpenedIsReported_data()
     QTest::newRow("missing folder") << "/missing/result.dat";
     QTest::newRow("file as folder") << "/plain/result.dat";
     QTest::newRow("name too long") << '/' + QString(300, 'n') + ".dat";
-    QTest::newRow("no name") << QString();
+    QTest::newRow("empty path") << QString();
 }
 
 void tst_ResultFile::fileThatCannotBeOpenedIsReported()

@@ -165,14 +165,14 @@ class tst_ResultText : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void columnsHaveTheirNames_data();
-    void columnsHaveTheirNames();
+    void columnIndexGivesItsNameOrUnKnown_data();
+    void columnIndexGivesItsNameOrUnKnown();
 
-    void simpleLayoutMatchesItsSample();
+    void simpleMapIsWrittenAsXYFractionValenceAndThickness();
     void simpleLayoutHasNoLineOfColumnNames();
     void valenceIsZeroWithFewerThanTwoReferences();
     void valenceIsMixedFromTheFractionOfTheFirstReference();
-    void extendedLayoutMatchesItsSample();
+    void extendedMapIsWrittenWithHeadingAndSelectedColumns();
     void extendedHeadingHasYFirstButLinesHaveXFirst();
     void extendedHeadingNamesAllColumnsInOrder();
     void withoutSelectedColumnsOnlyXAndYAreWritten();
@@ -187,7 +187,7 @@ private Q_SLOTS:
     void emptyExtendedMapHasOnlyItsHeading();
     void fractionOfAPixelWithoutDataIsWrittenAsZero();
     void pixelsBeyondTheSizeOfTheMapAreNotWritten();
-    void pixelsAreFoundByPositionNotByCoordinate();
+    void pixelsAreWrittenInListOrderNotByCoordinate();
     void mapsWithoutPixelsHaveEmptyTables_data();
     void mapsWithoutPixelsHaveEmptyTables();
 
@@ -202,7 +202,7 @@ private Q_SLOTS:
     void fileIsCompleteWhenTheWriterReturns();
 };
 
-void tst_ResultText::columnsHaveTheirNames_data()
+void tst_ResultText::columnIndexGivesItsNameOrUnKnown_data()
 {
     QTest::addColumn<int>("index");
     QTest::addColumn<QString>("name");
@@ -211,12 +211,12 @@ void tst_ResultText::columnsHaveTheirNames_data()
     for (int i = 0; i < names.size(); ++i) {
         QTest::addRow("column %d", i) << i << names.at(i);
     }
-    QTest::newRow("past the last") << 13 << "UnKnown";
-    QTest::newRow("negative") << -1 << "UnKnown";
+    QTest::newRow("index past the last") << 13 << "UnKnown";
+    QTest::newRow("negative index") << -1 << "UnKnown";
     QTest::newRow("largest int") << maxInt << "UnKnown";
 }
 
-void tst_ResultText::columnsHaveTheirNames()
+void tst_ResultText::columnIndexGivesItsNameOrUnKnown()
 {
     QFETCH(int, index);
     QTEST(analysis::columnName(index), "name");
@@ -224,7 +224,7 @@ void tst_ResultText::columnsHaveTheirNames()
 
 // The valences are 2 and 4, so a fraction a has the valence 2 a + 4 (1 - a): 0.5 + 3 = 3.5 for
 // a = 0.25, and -1 + 6 = 5 for a = -0.5.
-void tst_ResultText::simpleLayoutMatchesItsSample()
+void tst_ResultText::simpleMapIsWrittenAsXYFractionValenceAndThickness()
 {
     A2DData map = mapOf(2, 2,
                         {{10, 20, 0.25, 1.125, {}},
@@ -269,7 +269,7 @@ void tst_ResultText::valenceIsMixedFromTheFractionOfTheFirstReference()
     QCOMPARE((ValenceMix{false, 2.0, 3.0}(notANumber)), 0.0);
 }
 
-void tst_ResultText::extendedLayoutMatchesItsSample()
+void tst_ResultText::extendedMapIsWrittenWithHeadingAndSelectedColumns()
 {
     A2DData map = mapOf(1, 2,
                         {{10, 20, 0, 0, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}},
@@ -410,7 +410,7 @@ void tst_ResultText::pixelsBeyondTheSizeOfTheMapAreNotWritten()
     QVERIFY(!textOf(map, {}).contains('8'));
 }
 
-void tst_ResultText::pixelsAreFoundByPositionNotByCoordinate()
+void tst_ResultText::pixelsAreWrittenInListOrderNotByCoordinate()
 {
     A2DData map = mapOf(1, 2, {{9, 9, 0, 0, {}}, {3, 3, 0, 0, {}}});
     map.extended = true;
@@ -510,10 +510,10 @@ void tst_ResultText::failingDeviceIsReported_data()
     QTest::addColumn<qint64>("missing"); // bytes that the device does not accept; -1: all
     QTest::addColumn<bool>("shortWrites");
     for (const bool shortWrites : {false, true}) {
-        const char* const how = shortWrites ? "short write" : "refused";
-        QTest::addRow("all, %s", how) << qint64{-1} << shortWrites;
-        QTest::addRow("half, %s", how) << qint64{600'000} << shortWrites;
-        QTest::addRow("the last byte, %s", how) << qint64{1} << shortWrites;
+        const char* const how = shortWrites ? "short write" : "write error";
+        QTest::addRow("all bytes missing, %s", how) << qint64{-1} << shortWrites;
+        QTest::addRow("about half missing, %s", how) << qint64{600'000} << shortWrites;
+        QTest::addRow("last byte missing, %s", how) << qint64{1} << shortWrites;
     }
 }
 

@@ -41,11 +41,11 @@ private Q_SLOTS:
     void laterOfTwoVRowsIsSelected();
     void unusedVRowIsIgnored();
     void usedRowsAreCollectedInOrderWithOrWithoutMap();
-    void exactFormCollectsTheFirstThreeRows();
+    void exactFormCollectsTheVRowAndTheFirstThreeOthers();
     void firstTwoUsedReferencesAreCollected();
     void earlierOfTwoVRowsIsLeftOut();
     void nothingIsCollectedWithFewerThanTwoUsedReferences();
-    void usableCountsNoVRowIfThereIsNone();
+    void withoutVRowUsableCountsOnlyTheOtherRows();
 };
 
 void tst_RowCollection::usedRowWithoutMapIsSelectedForTheTargetOnly()
@@ -88,7 +88,7 @@ void tst_RowCollection::usedRowsAreCollectedInOrderWithOrWithoutMap()
     QCOMPARE(rows.r, 1.5);
 }
 
-void tst_RowCollection::exactFormCollectsTheFirstThreeRows()
+void tst_RowCollection::exactFormCollectsTheVRowAndTheFirstThreeOthers()
 {
     QList<PointState> points{point(true, true, true, 50)};
     for (const double energy : {100.0, 200.0, 300.0, 400.0}) {
@@ -136,7 +136,7 @@ void tst_RowCollection::nothingIsCollectedWithFewerThanTwoUsedReferences()
     }
 }
 
-void tst_RowCollection::usableCountsNoVRowIfThereIsNone()
+void tst_RowCollection::withoutVRowUsableCountsOnlyTheOtherRows()
 {
     const CollectedRows rows =
         analysis::collectRowsLS({point(true, false, true, 100)}, references(true, true, false));

@@ -182,13 +182,13 @@ class tst_SmallMatrix : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void clearSetsZero();
-    void identityHasOnesOnTheDiagonal();
+    void clearedMatrixAndVectorsContainOnlyZeros();
+    void setIdentityWritesOnesOnTheDiagonalAndZerosElsewhere();
     void copyCopiesEveryElement();
     void multiplyMatricesFillsEachRowWithItsDiagonalElementOfTheProduct();
     void multiplyMatrixVectorCalculatesTheProduct();
-    void nanIsFoundInAnyElement_data();
-    void nanIsFoundInAnyElement();
+    void hasNaNDetectsNaNInAnyElementButNotInfinity_data();
+    void hasNaNDetectsNaNInAnyElementButNotInfinity();
     void functionsDoNothingForASizeBelowOne_data();
     void functionsDoNothingForASizeBelowOne();
 
@@ -205,16 +205,16 @@ private Q_SLOTS:
     void nanPropagatesToTheResult();
     void columnOfNaNKeepsTheRowOrder();
     void systemOfOneUnknownIsSolvedByDivision();
-    void forwardSolveDividesByTheGivenDiagonal();
-    void knownSystemIsSolved();
-    void randomSystemsAreSolved();
+    void forwardSolveDividesAllButTheLastValueByTheDiagonal();
+    void systemOfThreeUnknownsGivesItsKnownSolution();
+    void randomSystemsAreSolvedWithSmallResiduals();
     void resultsMatchRowSwappingEliminationBitForBit();
 
     void gaussJordanSolvesADiagonalSystem();
     void gaussJordanDoesNotClearEarlierPivotRows();
-    void gaussJordanStartsWithTheLargestDiagonal();
-    void gaussJordanSkipsAZeroDiagonal();
-    void gaussJordanUsesTheFirstUnusedRowAmongNaN();
+    void gaussJordanStartsWithTheLargestDiagonalElement();
+    void gaussJordanSkipsAZeroDiagonalElement();
+    void gaussJordanUsesRowsWithNaNDiagonalAfterOtherRows();
 
     void printMatrixWritesOneLinePerRow();
     void printMatrixPermutedWritesTheRowsInPermutedOrder();
@@ -223,7 +223,7 @@ private Q_SLOTS:
     void printVectorPermutedWritesTheElementsInPermutedOrder();
 };
 
-void tst_SmallMatrix::clearSetsZero()
+void tst_SmallMatrix::clearedMatrixAndVectorsContainOnlyZeros()
 {
     const Matrix m(2);
     SmallMatrix::clearMatrix(2, m);
@@ -240,7 +240,7 @@ void tst_SmallMatrix::clearSetsZero()
     SmallMatrix::freeIndexVector(p);
 }
 
-void tst_SmallMatrix::identityHasOnesOnTheDiagonal()
+void tst_SmallMatrix::setIdentityWritesOnesOnTheDiagonalAndZerosElsewhere()
 {
     const Matrix m(3);
     SmallMatrix::setIdentity(3, m);
@@ -281,18 +281,18 @@ void tst_SmallMatrix::multiplyMatrixVectorCalculatesTheProduct()
     QVERIFY(same(out, Values{17, 39}));
 }
 
-void tst_SmallMatrix::nanIsFoundInAnyElement_data()
+void tst_SmallMatrix::hasNaNDetectsNaNInAnyElementButNotInfinity_data()
 {
     QTest::addColumn<double>("element");
     QTest::addColumn<int>("expected");
 
-    QTest::newRow("number") << 1.0 << 0;
+    QTest::newRow("finite number") << 1.0 << 0;
     QTest::newRow("infinity") << infinity << 0;
     QTest::newRow("NaN") << notANumber << 1;
     QTest::newRow("negative NaN") << -notANumber << 1;
 }
 
-void tst_SmallMatrix::nanIsFoundInAnyElement()
+void tst_SmallMatrix::hasNaNDetectsNaNInAnyElementButNotInfinity()
 {
     QFETCH(double, element);
     QFETCH(int, expected);
@@ -465,7 +465,7 @@ void tst_SmallMatrix::systemOfOneUnknownIsSolvedByDivision()
     QVERIFY(same(solved({{0}}, {6}).x, Values{infinity}));
 }
 
-void tst_SmallMatrix::forwardSolveDividesByTheGivenDiagonal()
+void tst_SmallMatrix::forwardSolveDividesAllButTheLastValueByTheDiagonal()
 {
     // y0 = 8 / 2 and y1 = 7 - 4 * 3; the last value is not divided by its diagonal element.
     const Matrix l(Rows{{2, 0}, {3, 5}});
@@ -476,7 +476,7 @@ void tst_SmallMatrix::forwardSolveDividesByTheGivenDiagonal()
     QVERIFY(same(y, Values{4, -5}));
 }
 
-void tst_SmallMatrix::knownSystemIsSolved()
+void tst_SmallMatrix::systemOfThreeUnknownsGivesItsKnownSolution()
 {
     // The determinant is -70. The right side is calculated from the unknowns (1, -2, 3). The
     // tolerance 1e-14 is about twenty ulps of 3 (4.4e-16).
@@ -487,7 +487,7 @@ void tst_SmallMatrix::knownSystemIsSolved()
     }
 }
 
-void tst_SmallMatrix::randomSystemsAreSolved()
+void tst_SmallMatrix::randomSystemsAreSolvedWithSmallResiduals()
 {
     // The residual of a backward stable solution is a few ulps of its terms, so about 1e-15
     // times their size. All |a| are at most 1, so `size`, the sum of |b| and all |x|, is an
@@ -564,7 +564,7 @@ void tst_SmallMatrix::gaussJordanDoesNotClearEarlierPivotRows()
     QVERIFY(same(b.values(), Rows{{0.5, 0}, {-0.5 / 1.5, 1 / 1.5}}));
 }
 
-void tst_SmallMatrix::gaussJordanStartsWithTheLargestDiagonal()
+void tst_SmallMatrix::gaussJordanStartsWithTheLargestDiagonalElement()
 {
     // Row 1 is used first, since its diagonal element has the largest absolute value; it
     // becomes (-.25 1). Row 0 minus 4 times row 1 is (2 0). The -.25 shows the order: it would
@@ -576,7 +576,7 @@ void tst_SmallMatrix::gaussJordanStartsWithTheLargestDiagonal()
     QVERIFY(same(b.values(), Rows{{0.5, 2}, {-0.0, -1}}));
 }
 
-void tst_SmallMatrix::gaussJordanSkipsAZeroDiagonal()
+void tst_SmallMatrix::gaussJordanSkipsAZeroDiagonalElement()
 {
     // Row 1 is used first and becomes (0 1). Row 0 minus 3 times row 1 keeps its zero diagonal
     // element.
@@ -587,7 +587,7 @@ void tst_SmallMatrix::gaussJordanSkipsAZeroDiagonal()
     QVERIFY(same(b.values(), Rows{{-1, -6}, {2, 4}}));
 }
 
-void tst_SmallMatrix::gaussJordanUsesTheFirstUnusedRowAmongNaN()
+void tst_SmallMatrix::gaussJordanUsesRowsWithNaNDiagonalAfterOtherRows()
 {
     // Row 2 is used first and changes no other row. Row 0 is next: its NaN spreads over row 0 and,
     // by the multiplier 1, over row 1.

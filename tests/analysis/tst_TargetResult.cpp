@@ -79,8 +79,8 @@ class tst_TargetResult : public QObject
 
 private Q_SLOTS:
     void threePointsGiveFractionAndValenceOnly();
-    void exactFourPointsGiveFractionAndThickness();
-    void leastSquareGivesFractionAndThickness();
+    void exactFourPointsGiveFractionValenceAndThickness();
+    void leastSquareGivesFractionValenceAndThickness();
     void leastSquareUsesAllRows();
     void onlyTheExactFormSendsNoMessage();
     void unusedReferenceIsSkipped();
@@ -93,10 +93,10 @@ private Q_SLOTS:
     void mixturesOfThreeAndFourReferencesAreRecovered();
     void targetEqualToTheFirstReferenceHasShareOne();
     void victoreenBackgroundIsSeparatedFromTheMixture();
-    void mutsOfTheEnergyRowsDoNotAffectTheTarget();
-    void chosenLinesAreSubtractedFromTheSpectra();
+    void mutValuesOfTheEnergyRowsDoNotAffectTheTarget();
+    void chosenPreOrPostEdgeLinesAreSubtractedFromTheSpectra();
     void vRowIsFittedLikeTheOtherRows();
-    void zeroEnergyGivesNaN();
+    void zeroEnergyInAVictoreenFitGivesNaN();
     void zeroTargetHasNaNShares();
     void edgeJumpsWithSumZeroGiveNaN();
     void invalidReferenceAfterTheFirstTwoIsIgnored();
@@ -112,7 +112,7 @@ void tst_TargetResult::threePointsGiveFractionAndValenceOnly()
     QVERIFY(result.parts.isEmpty());
 }
 
-void tst_TargetResult::exactFourPointsGiveFractionAndThickness()
+void tst_TargetResult::exactFourPointsGiveFractionValenceAndThickness()
 {
     const TargetResult result = exactFourPoints(fourPointInputs());
     QCOMPARE(result.variant, Variant::ExactFourPoints);
@@ -121,7 +121,7 @@ void tst_TargetResult::exactFourPointsGiveFractionAndThickness()
     QVERIFY(near(result.thickness, 1));
 }
 
-void tst_TargetResult::leastSquareGivesFractionAndThickness()
+void tst_TargetResult::leastSquareGivesFractionValenceAndThickness()
 {
     const TargetResult result = leastSquare(fourPointInputs());
     QCOMPARE(result.variant, Variant::LeastSquare);
@@ -261,7 +261,7 @@ void tst_TargetResult::victoreenBackgroundIsSeparatedFromTheMixture()
     QVERIFY(!isQuarter(linear(mixedInputs(curvedQuarter, 2, 8))));
 }
 
-void tst_TargetResult::mutsOfTheEnergyRowsDoNotAffectTheTarget()
+void tst_TargetResult::mutValuesOfTheEnergyRowsDoNotAffectTheTarget()
 {
     PanelInputs inputs = mixedInputs(quarter);
     for (analysis::PointState& point : inputs.points) {
@@ -271,7 +271,7 @@ void tst_TargetResult::mutsOfTheEnergyRowsDoNotAffectTheTarget()
     QVERIFY(isQuarter(linear(inputs)));
 }
 
-void tst_TargetResult::chosenLinesAreSubtractedFromTheSpectra()
+void tst_TargetResult::chosenPreOrPostEdgeLinesAreSubtractedFromTheSpectra()
 {
     PanelInputs inputs = inputsWithDifferentLines();
     QVERIFY(near(amounts(linear(inputs)), {1, 3}));
@@ -295,7 +295,7 @@ void tst_TargetResult::vRowIsFittedLikeTheOtherRows()
     QVERIFY(!near(linear(inputs).a, 0.25));
 }
 
-void tst_TargetResult::zeroEnergyGivesNaN()
+void tst_TargetResult::zeroEnergyInAVictoreenFitGivesNaN()
 {
     // At energy 0 the wavelength is infinite.
     PanelInputs inputs = mixedInputs(quarter);

@@ -85,8 +85,8 @@ class tst_BigFiles : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void bigMapsAreRefused_data();
-    void bigMapsAreRefused();
+    void mapsBeyondASizeLimitAreRefusedWithLittleMemory_data();
+    void mapsBeyondASizeLimitAreRefusedWithLittleMemory();
     void refusedBigMapUnloadsTheEarlierMap();
     void mapLineLimitIs16Mebibytes_data();
     void mapLineLimitIs16Mebibytes();
@@ -94,8 +94,8 @@ private Q_SLOTS:
     void commentLimitIs64Mebibytes();
     void mapWithMaximumRowsIsRead();
     void mapWithTooManyRowsIsRefusedWithLittleMemory();
-    void bigSpectraAreRefused_data();
-    void bigSpectraAreRefused();
+    void spectraBeyondASizeLimitAreRefusedWithLittleMemory_data();
+    void spectraBeyondASizeLimitAreRefusedWithLittleMemory();
     void spectrumLineLimitIs16Mebibytes_data();
     void spectrumLineLimitIs16Mebibytes();
     void spectrumWithTooManyPointsIsRefused();
@@ -123,7 +123,7 @@ ChildRun tst_BigFiles::read(const char* step, const QString& path)
     return child.runSteps({step, QFile::encodeName(path)});
 }
 
-void tst_BigFiles::bigMapsAreRefused_data()
+void tst_BigFiles::mapsBeyondASizeLimitAreRefusedWithLittleMemory_data()
 {
     QTest::addColumn<QByteArray>("head");
     QTest::addColumn<QByteArray>("block");
@@ -151,7 +151,7 @@ void tst_BigFiles::bigMapsAreRefused_data()
     QTest::newRow("short comment lines in UTF-16") << utf16Mark << utf16("#\n") << 20 * mebibyte;
 }
 
-void tst_BigFiles::bigMapsAreRefused()
+void tst_BigFiles::mapsBeyondASizeLimitAreRefusedWithLittleMemory()
 {
     QFETCH(QByteArray, head);
     QFETCH(QByteArray, block);
@@ -249,7 +249,7 @@ void tst_BigFiles::mapWithTooManyRowsIsRefusedWithLittleMemory()
     QCOMPARE(mapTrouble(read("map", more)), QString());
 }
 
-void tst_BigFiles::bigSpectraAreRefused_data()
+void tst_BigFiles::spectraBeyondASizeLimitAreRefusedWithLittleMemory_data()
 {
     QTest::addColumn<QByteArray>("head");
     QTest::addColumn<QByteArray>("block");
@@ -272,7 +272,7 @@ void tst_BigFiles::bigSpectraAreRefused_data()
     QTest::newRow("zero bytes in a UTF-16 file") << utf16Mark << zeroByte << 1500 * mebibyte;
 }
 
-void tst_BigFiles::bigSpectraAreRefused()
+void tst_BigFiles::spectraBeyondASizeLimitAreRefusedWithLittleMemory()
 {
     QFETCH(QByteArray, head);
     QFETCH(QByteArray, block);

@@ -50,10 +50,10 @@ private Q_SLOTS:
     void mapWithReadErrorKeepsTheRowsRead();
     void binaryMapTruncatedDuringReadIsFilledWithZeros();
     void binaryMapWithReadErrorIsRefusedOrFilledWithZeros();
-    void binaryMapReplacedByTextIsRefused();
-    void binaryMapRewrittenWithLargerSizeUsesLittleMemory();
+    void binaryMapReplacedByTextDuringReadIsRefused();
+    void binaryMapRewrittenWithLargerSizeDuringReadUsesLittleMemory();
     void spectrumTruncatedDuringReadKeepsThePointsRead();
-    void spectrumRemovedBetweenPassesIsCompleteOrRefused();
+    void spectrumRemovedBetweenReadPassesIsCompleteOrRefused();
     void nextFileIsReadAfterAFileChangesDuringReading_data();
     void nextFileIsReadAfterAFileChangesDuringReading();
 
@@ -123,7 +123,7 @@ void tst_ChangingFiles::binaryMapWithReadErrorIsRefusedOrFilledWithZeros()
     }
 }
 
-void tst_ChangingFiles::binaryMapReplacedByTextIsRefused()
+void tst_ChangingFiles::binaryMapReplacedByTextDuringReadIsRefused()
 {
     const QTemporaryDir folder;
     const QByteArray path = QFile::encodeName(writeFile(folder, "changing.dat", binaryMap()));
@@ -136,7 +136,7 @@ void tst_ChangingFiles::binaryMapReplacedByTextIsRefused()
     QVERIFY(logOf(run.lastStep()).contains(QString::fromUtf8(path) + " is not a TDData0 file."));
 }
 
-void tst_ChangingFiles::binaryMapRewrittenWithLargerSizeUsesLittleMemory()
+void tst_ChangingFiles::binaryMapRewrittenWithLargerSizeDuringReadUsesLittleMemory()
 {
     for (int number = 1; number <= maxCalls; ++number) {
         const QTemporaryDir folder;
@@ -164,7 +164,7 @@ void tst_ChangingFiles::spectrumTruncatedDuringReadKeepsThePointsRead()
     QVERIFY(run.lastStep()["points"].toInt() < manyRows);
 }
 
-void tst_ChangingFiles::spectrumRemovedBetweenPassesIsCompleteOrRefused()
+void tst_ChangingFiles::spectrumRemovedBetweenReadPassesIsCompleteOrRefused()
 {
     const QTemporaryDir folder;
     const QByteArray before = QFile::encodeName(writeFile(folder, "before.dat", plainSpectrum));

@@ -43,13 +43,13 @@ class tst_FalseSizes : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void mapsWithFalseSizesUseLittleMemory_data();
-    void mapsWithFalseSizesUseLittleMemory();
-    void claimedSizeIsCheckedAgainstTheFile_data();
-    void claimedSizeIsCheckedAgainstTheFile();
+    void mapsWithFalseSizesAreRefusedWithLittleMemory_data();
+    void mapsWithFalseSizesAreRefusedWithLittleMemory();
+    void sizeClaimIsRefusedOnlyFarAboveTheFileContent_data();
+    void sizeClaimIsRefusedOnlyFarAboveTheFileContent();
 };
 
-void tst_FalseSizes::mapsWithFalseSizesUseLittleMemory_data()
+void tst_FalseSizes::mapsWithFalseSizesAreRefusedWithLittleMemory_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<bool>("isLoaded"); // a refused binary map is still loaded, as 0 by 0
@@ -58,7 +58,7 @@ void tst_FalseSizes::mapsWithFalseSizesUseLittleMemory_data()
     QTest::newRow("binary map") << binaryMap(maxPixels, 1) << true;
 }
 
-void tst_FalseSizes::mapsWithFalseSizesUseLittleMemory()
+void tst_FalseSizes::mapsWithFalseSizesAreRefusedWithLittleMemory()
 {
     QFETCH(QByteArray, content);
     QFETCH(bool, isLoaded);
@@ -87,25 +87,27 @@ void tst_FalseSizes::mapsWithFalseSizesUseLittleMemory()
     QCOMPARE(memoryTrouble(run.lastStep()), QString());
 }
 
-void tst_FalseSizes::claimedSizeIsCheckedAgainstTheFile_data()
+void tst_FalseSizes::sizeClaimIsRefusedOnlyFarAboveTheFileContent_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<int>("width"); // 0 if the claim is refused
 
     const qint64 largestClaim = 64 * rowsForLargerClaim;
     const auto size = [](qint64 pixels) { return static_cast<int>(pixels); };
-    QTest::newRow("small claim") << textMap(uncheckedPixels, 1) << size(uncheckedPixels);
-    QTest::newRow("small claim, axes")
+    QTest::newRow("largest unchecked claim")
+        << textMap(uncheckedPixels, 1) << size(uncheckedPixels);
+    QTest::newRow("largest unchecked claim, axes")
         << textMap(uncheckedPixels, 1, true) << size(uncheckedPixels);
-    QTest::newRow("one pixel above the small claim") << textMap(uncheckedPixels + 1, 1) << 0;
-    QTest::newRow("one pixel above the small claim, axes")
+    QTest::newRow("one pixel above the unchecked claim") << textMap(uncheckedPixels + 1, 1) << 0;
+    QTest::newRow("one pixel above the unchecked claim, axes")
         << textMap(uncheckedPixels + 1, 1, true) << 0;
     QTest::newRow("64 times the rows")
         << textMap(largestClaim, rowsForLargerClaim) << size(largestClaim);
     QTest::newRow("one pixel above 64 times the rows")
         << textMap(largestClaim + 1, rowsForLargerClaim) << 0;
-    QTest::newRow("binary, small claim") << binaryMap(uncheckedPixels, 0) << size(uncheckedPixels);
-    QTest::newRow("binary, one pixel above the small claim")
+    QTest::newRow("binary, largest unchecked claim")
+        << binaryMap(uncheckedPixels, 0) << size(uncheckedPixels);
+    QTest::newRow("binary, one pixel above the unchecked claim")
         << binaryMap(uncheckedPixels + 1, 0) << 0;
     QTest::newRow("binary, 64 times the pixels")
         << binaryMap(largestClaim, rowsForLargerClaim) << size(largestClaim);
@@ -113,7 +115,7 @@ void tst_FalseSizes::claimedSizeIsCheckedAgainstTheFile_data()
         << binaryMap(largestClaim + 1, rowsForLargerClaim) << 0;
 }
 
-void tst_FalseSizes::claimedSizeIsCheckedAgainstTheFile()
+void tst_FalseSizes::sizeClaimIsRefusedOnlyFarAboveTheFileContent()
 {
     QFETCH(QByteArray, content);
     QFETCH(int, width);

@@ -32,7 +32,7 @@ private Q_SLOTS:
     void resultThatJustFitsIsComplete();
     void incompleteHistogramIsReported_data();
     void incompleteHistogramIsReported();
-    void missingHistogramFileIsNotReported();
+    void histogramWithoutExistingFileIsNotWrittenOrReported();
     void everyIncompleteFileIsReported();
     void fileWrittenAgainWithMoreSpaceIsComplete();
     void fullDiskIsReportedForResultAndHistogram();
@@ -69,10 +69,10 @@ ChildRun tst_FullDisks::write(const QByteArray& size, const QByteArray& limit,
 void tst_FullDisks::incompleteResultIsReported_data()
 {
     QTest::addColumn<qint64>("limit");
-    QTest::newRow("no byte") << qint64{0};
-    QTest::newRow("part of the title line") << qint64{10};
-    QTest::newRow("part of the pixels") << qint64{5000};
-    QTest::newRow("part of a later block") << qint64{130000};
+    QTest::newRow("room for no byte") << qint64{0};
+    QTest::newRow("room for part of the title line") << qint64{10};
+    QTest::newRow("room for part of the pixels") << qint64{5000};
+    QTest::newRow("room for part of a later block") << qint64{130000};
 }
 
 void tst_FullDisks::incompleteResultIsReported()
@@ -119,8 +119,9 @@ void tst_FullDisks::incompleteHistogramIsReported_data()
     QTest::addColumn<QList<QByteArray>>("reported");
     const QByteArray alpha("result_HGAlpha.dat");
     const QByteArray thickness("result_HGThick.dat");
-    QTest::newRow("valence") << QByteArray("2000") << QByteArray("11") << QList{alpha};
-    QTest::newRow("thickness") << QByteArray("11") << QByteArray("2000") << QList{thickness};
+    QTest::newRow("valence histogram") << QByteArray("2000") << QByteArray("11") << QList{alpha};
+    QTest::newRow("thickness histogram")
+        << QByteArray("11") << QByteArray("2000") << QList{thickness};
     QTest::newRow("both histograms")
         << QByteArray("2000") << QByteArray("2000") << QList{alpha, thickness};
     // This histogram is larger than the write buffer, so the write fails before the file is
@@ -153,7 +154,7 @@ void tst_FullDisks::incompleteHistogramIsReported()
     }
 }
 
-void tst_FullDisks::missingHistogramFileIsNotReported()
+void tst_FullDisks::histogramWithoutExistingFileIsNotWrittenOrReported()
 {
     const ChildRun run = write("2", "3000", "2000", "2000");
     QCOMPARE(run.trouble, QString());

@@ -105,13 +105,13 @@ class tst_LowMemory : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void fileIsReadCompletelyOrRefused_data();
-    void fileIsReadCompletelyOrRefused();
+    void fileUnderAMemoryLimitIsReadCompletelyOrRefused_data();
+    void fileUnderAMemoryLimitIsReadCompletelyOrRefused();
     void refusedFileCanBeReadWithMoreMemory_data();
     void refusedFileCanBeReadWithMoreMemory();
 };
 
-void tst_LowMemory::fileIsReadCompletelyOrRefused_data()
+void tst_LowMemory::fileUnderAMemoryLimitIsReadCompletelyOrRefused_data()
 {
     QTest::addColumn<QByteArray>("step");
     QTest::addColumn<QByteArray>("content");
@@ -132,7 +132,7 @@ void tst_LowMemory::fileIsReadCompletelyOrRefused_data()
     QTest::newRow("spectrum with a long line") << spectrum << longLineSpectrum();
 }
 
-void tst_LowMemory::fileIsReadCompletelyOrRefused()
+void tst_LowMemory::fileUnderAMemoryLimitIsReadCompletelyOrRefused()
 {
     if (isUnderAddressSanitizer()) {
         QSKIP("AddressSanitizer needs all of the address space");

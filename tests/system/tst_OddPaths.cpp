@@ -71,16 +71,16 @@ class tst_OddPaths : public QObject
 private Q_SLOTS:
     void init();
     void cleanup();
-    void failedReadOfAnOddPathKeepsTheEarlierData_data();
-    void failedReadOfAnOddPathKeepsTheEarlierData();
-    void failedWriteToAnOddPathIsReported_data();
-    void failedWriteToAnOddPathIsReported();
+    void readingAnUnusablePathKeepsTheEarlierData_data();
+    void readingAnUnusablePathKeepsTheEarlierData();
+    void writingToAnUnusablePathIsReported_data();
+    void writingToAnUnusablePathIsReported();
     void writingToAWritableDeviceSucceeds_data();
     void writingToAWritableDeviceSucceeds();
-    void longestPathIsReadAndWritten();
+    void pathOfMaximumLengthIsReadAndWritten();
     void folderWithoutPermissionsRefusesReadingAndWriting();
-    void nameWithInvalidUtf8IsRefused_data();
-    void nameWithInvalidUtf8IsRefused();
+    void fileWithInvalidUtf8NameIsRefused_data();
+    void fileWithInvalidUtf8NameIsRefused();
     void writingDoesNotTouchAFileWithInvalidUtf8Name();
 
 private:
@@ -152,7 +152,7 @@ ChildRun tst_OddPaths::run(const QList<QByteArray>& steps) const
     return child.runSteps(steps);
 }
 
-void tst_OddPaths::failedReadOfAnOddPathKeepsTheEarlierData_data()
+void tst_OddPaths::readingAnUnusablePathKeepsTheEarlierData_data()
 {
     QTest::addColumn<QByteArray>("what");
     for (const char* what :
@@ -163,7 +163,7 @@ void tst_OddPaths::failedReadOfAnOddPathKeepsTheEarlierData_data()
     }
 }
 
-void tst_OddPaths::failedReadOfAnOddPathKeepsTheEarlierData()
+void tst_OddPaths::readingAnUnusablePathKeepsTheEarlierData()
 {
     QFETCH(QByteArray, what);
     const QByteArray odd = make(what);
@@ -186,7 +186,7 @@ void tst_OddPaths::failedReadOfAnOddPathKeepsTheEarlierData()
     QCOMPARE(childRun.steps().at(5)["newEdges"].toInt(), 1);
 }
 
-void tst_OddPaths::failedWriteToAnOddPathIsReported_data()
+void tst_OddPaths::writingToAnUnusablePathIsReported_data()
 {
     QTest::addColumn<QByteArray>("what");
     for (const char* what : {"pipe", "socket", "folder", "link to itself", "link to a folder",
@@ -196,7 +196,7 @@ void tst_OddPaths::failedWriteToAnOddPathIsReported_data()
     }
 }
 
-void tst_OddPaths::failedWriteToAnOddPathIsReported()
+void tst_OddPaths::writingToAnUnusablePathIsReported()
 {
     QFETCH(QByteArray, what);
     const QByteArray odd = make(what);
@@ -223,7 +223,7 @@ void tst_OddPaths::writingToAWritableDeviceSucceeds()
     QCOMPARE(messagesOf(childRun.lastStep()), QStringList());
 }
 
-void tst_OddPaths::longestPathIsReadAndWritten()
+void tst_OddPaths::pathOfMaximumLengthIsReadAndWritten()
 {
     const QByteArray mapPath = paddedPath(inFolder("map.dat"), longestPath);
     const QByteArray spectrumPath = paddedPath(inFolder("spectrum.dat"), longestPath);
@@ -260,15 +260,15 @@ void tst_OddPaths::folderWithoutPermissionsRefusesReadingAndWriting()
     QCOMPARE(readFile(m_folder->filePath("closed/map.dat")), map);
 }
 
-void tst_OddPaths::nameWithInvalidUtf8IsRefused_data()
+void tst_OddPaths::fileWithInvalidUtf8NameIsRefused_data()
 {
     QTest::addColumn<QByteArray>("name");
     QTest::newRow("invalid byte") << QByteArray("bad\xff.dat");
     QTest::newRow("truncated sequence") << QByteArray("bad\xe3\x81.dat");
-    QTest::newRow("surrogate") << QByteArray("bad\xed\xa0\x80.dat");
+    QTest::newRow("encoded surrogate") << QByteArray("bad\xed\xa0\x80.dat");
 }
 
-void tst_OddPaths::nameWithInvalidUtf8IsRefused()
+void tst_OddPaths::fileWithInvalidUtf8NameIsRefused()
 {
     QFETCH(QByteArray, name);
     const QByteArray others = inFolder("others");

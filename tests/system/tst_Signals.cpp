@@ -29,12 +29,12 @@ class tst_Signals : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void programSurvivesAClosedErrorPipe();
+    void programKeepsRunningIfItsErrorPipeIsClosed();
     void writingBeyondTheFileSizeLimitIsReported();
-    void childSurvivesAClosedErrorPipe();
+    void childProcessKeepsRunningIfItsErrorPipeIsClosed();
 };
 
-void tst_Signals::programSurvivesAClosedErrorPipe()
+void tst_Signals::programKeepsRunningIfItsErrorPipeIsClosed()
 {
     // A click on an energy row's Clear button makes the row read an empty path, and the failure
     // is logged.
@@ -63,7 +63,7 @@ void tst_Signals::writingBeyondTheFileSizeLimitIsReported()
     QCOMPARE(readFile(QFile::decodeName(path)), QByteArray("# qelk r"));
 }
 
-void tst_Signals::childSurvivesAClosedErrorPipe()
+void tst_Signals::childProcessKeepsRunningIfItsErrorPipeIsClosed()
 {
     ChildProcess child = systemChild();
     child.closeStandardErrorReader();
