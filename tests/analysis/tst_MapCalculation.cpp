@@ -260,6 +260,7 @@ void tst_MapCalculation::leastSquareOfTheVRowAloneGivesNaN()
     analysis::mapLeastSquare(stack, result.map, result.valence, result.thickness);
     QCOMPARE(result.map.rows.size(), 2);
     QVERIFY(std::isnan(result.map.rows.at(0).intensity));
+    QVERIFY(std::isnan(result.map.rows.at(1).intensity));
 }
 
 void tst_MapCalculation::methodsMatchTheReferenceImplementationBitForBit_data()

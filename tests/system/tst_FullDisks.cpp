@@ -69,10 +69,10 @@ ChildRun tst_FullDisks::write(const QByteArray& size, const QByteArray& limit,
 void tst_FullDisks::incompleteResultIsReported_data()
 {
     QTest::addColumn<qint64>("limit");
-    QTest::newRow("room for no byte") << qint64{0};
-    QTest::newRow("room for part of the title line") << qint64{10};
-    QTest::newRow("room for part of the pixels") << qint64{5000};
-    QTest::newRow("room for part of a later block") << qint64{130000};
+    QTest::newRow("space for no byte") << qint64{0};
+    QTest::newRow("space for part of the title line") << qint64{10};
+    QTest::newRow("space for part of the pixels") << qint64{5000};
+    QTest::newRow("space for part of a later block") << qint64{130000};
 }
 
 void tst_FullDisks::incompleteResultIsReported()
