@@ -28,7 +28,7 @@ void tst_Language::argumentsChooseTheLanguage_data()
     QTest::newRow("-J does not undo -e") << QStringList{"-e", "-J"} << true;
     QTest::newRow("unknown arguments are ignored") << QStringList{"--help", "file.dat"} << false;
     QTest::newRow("unknown arguments do not undo -e") << QStringList{"-x", "-e", "-x"} << true;
-    QTest::newRow("similar words are ignored")
+    QTest::newRow("words similar to -e are ignored")
         << QStringList{"-en", "--e", "e", " -e", "-e ", "-e=1", ""} << false;
 }
 

@@ -253,7 +253,7 @@ void tst_Program::argumentsChooseTheLanguage_data()
         << QStringList{"-x", "-e", "map.dat", "j"} << true;
     QTest::newRow("unknown words around -e and -j are ignored")
         << QStringList{"one", "-e", "two", "-j", "three"} << false;
-    QTest::newRow("similar words are ignored")
+    QTest::newRow("words similar to -e are ignored")
         << QStringList{"--e", "-en", "-ej", "-e=1", " -e", "-e "} << false;
 }
 

@@ -24,10 +24,10 @@ private Q_SLOTS:
     void emptyGraphsKeepTheirRange_data();
     void emptyGraphsKeepTheirRange();
     void allSpectraPlotShowsTheEnergyWindowAroundTheEdge();
-    void comparisonRangeIsSetByTheFirstTwoUsedReferences();
+    void comparisonRangeSpansTheValencesOfTheUsedReferences();
     void histogramRangeIsSetByItsLimitFields();
-    void thicknessPlotUsesTheLimitFieldsOfBothHistograms();
-    void referencePlaneUsesTheFirstTwoUsedReferences();
+    void thicknessVsValenceRangeIsSetByBothHistogramLimits();
+    void referencePlaneSpansTheMutsOfTheTwoUsedReferences();
     void axisTitlesNameTheirQuantities_data();
     void axisTitlesNameTheirQuantities();
     void plotsOfTheSpectrumRowsAreNotDrawn();
@@ -148,7 +148,7 @@ void tst_AnalysisGraphs::allSpectraPlotShowsTheEnergyWindowAroundTheEdge()
     QCOMPARE(range.y1, 2.1);
 }
 
-void tst_AnalysisGraphs::comparisonRangeIsSetByTheFirstTwoUsedReferences()
+void tst_AnalysisGraphs::comparisonRangeSpansTheValencesOfTheUsedReferences()
 {
     fillAllGraphs();
     const display::Graph::Range range = rangeOf(Displays::DLCFvs4PS);
@@ -171,7 +171,7 @@ void tst_AnalysisGraphs::histogramRangeIsSetByItsLimitFields()
     QVERIFY(!m_loose->graphs.frame(Displays::DHistDMut)->DispA->cc.drawn);
 }
 
-void tst_AnalysisGraphs::thicknessPlotUsesTheLimitFieldsOfBothHistograms()
+void tst_AnalysisGraphs::thicknessVsValenceRangeIsSetByBothHistogramLimits()
 {
     fillAllGraphs();
     const display::Graph::Range range = rangeOf(Displays::DDMutVsA);
@@ -179,7 +179,7 @@ void tst_AnalysisGraphs::thicknessPlotUsesTheLimitFieldsOfBothHistograms()
     QCOMPARE(range.y1, 7.0);
 }
 
-void tst_AnalysisGraphs::referencePlaneUsesTheFirstTwoUsedReferences()
+void tst_AnalysisGraphs::referencePlaneSpansTheMutsOfTheTwoUsedReferences()
 {
     m_loose->point(0)->Mut2->setText("10");
     m_loose->point(0)->Mut3->setText("100");

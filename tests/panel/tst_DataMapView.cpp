@@ -22,7 +22,7 @@ private Q_SLOTS:
     void unloadedMapIsDrawnWhite();
     void firstPaintFitsViewAndLimitsToTheMap();
     void gridIsDrawnIfItsBoxIsChecked();
-    void valueIsReadFromTheMapOfTheCheckedRow();
+    void valueIsReadFromTheRowWhoseShowMapButtonIsChecked();
     void valueIsReadFromThePixelAtThePosition();
     void valueOutsideTheMapIsMinusOne();
     void valueIsUnchangedWithoutAMap();
@@ -94,7 +94,7 @@ void tst_DataMapView::gridIsDrawnIfItsBoxIsChecked()
     QCOMPARE(withGrid.pixelColor(plain.width() / 2, plain.height() / 2), grid);
 }
 
-void tst_DataMapView::valueIsReadFromTheMapOfTheCheckedRow()
+void tst_DataMapView::valueIsReadFromTheRowWhoseShowMapButtonIsChecked()
 {
     load(0, absorbanceMap(1, 1, {3}));
     load(6, absorbanceMap(1, 1, {7}));

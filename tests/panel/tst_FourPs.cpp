@@ -45,9 +45,9 @@ private Q_SLOTS:
 
     void messageCollapsesWhiteSpaceAndEndsWithANewline();
 
-    void columnNameAndSelectionAreReadByIndex();
+    void outputColumnNameAndSelectionAreReadByIndex();
     void kindOfMapIsTheIndexOfTheCheckedRadio();
-    void edgeJumpRatioAndValenceMixUseTheReferences();
+    void edgeJumpRatioIsRef1OverRef2AndValenceMixWeightsRef1();
     void slotsHaveTheExpectedOrder();
 
 private:
@@ -334,7 +334,7 @@ void tst_FourPs::messageCollapsesWhiteSpaceAndEndsWithANewline()
     QCOMPARE(panel.ui.Message->toPlainText(), "one two three\nfour\n");
 }
 
-void tst_FourPs::columnNameAndSelectionAreReadByIndex()
+void tst_FourPs::outputColumnNameAndSelectionAreReadByIndex()
 {
     FourPs& panel = *m_panel;
     for (int i = 0; i < 13; ++i) {
@@ -358,7 +358,7 @@ void tst_FourPs::kindOfMapIsTheIndexOfTheCheckedRadio()
     QCOMPARE(panel.kindOfMap(), 2);
 }
 
-void tst_FourPs::edgeJumpRatioAndValenceMixUseTheReferences()
+void tst_FourPs::edgeJumpRatioIsRef1OverRef2AndValenceMixWeightsRef1()
 {
     FourPs& panel = *m_panel;
     makeReferenceValid(panel, 0, 3.0);

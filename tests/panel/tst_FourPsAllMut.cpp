@@ -110,7 +110,7 @@ private Q_SLOTS:
     void energyLinesOfLaterRowsAreDrawnOnTop();
     void emptyEnergyFieldIsDrawnAsALineAtZero();
     void targetSpectrumIsNotShown();
-    void invalidSpectrumIsNotDrawnButKeepsItsColor();
+    void invalidSpectrumIsNotDrawnAndItsColorIsNotReused();
     void spectrumWithOnePointHasALegendLineButNoCurve();
     void validSpectrumWithoutPointsHasALegendLine();
     void displayFilesHaveThinLinesInTheColorsAfterTheReferences();
@@ -119,8 +119,8 @@ private Q_SLOTS:
     void fittedCurveIsDrawnLastWithoutNormalisation();
 
     // Automatic range
-    void rangeIncludesAllSpectraWithPoints_data();
-    void rangeIncludesAllSpectraWithPoints();
+    void rangeIncludesEvenInvalidAndSwitchedOffSpectra_data();
+    void rangeIncludesEvenInvalidAndSwitchedOffSpectra();
     void rangeIgnoresTheTargetAndTheFit();
     void newEdgeMovesTheEdgeLineAndKeepsTheZoom();
 
@@ -397,7 +397,7 @@ void tst_FourPsAllMut::targetSpectrumIsNotShown()
     QVERIFY(isSamePicture(paint(), without));
 }
 
-void tst_FourPsAllMut::invalidSpectrumIsNotDrawnButKeepsItsColor()
+void tst_FourPsAllMut::invalidSpectrumIsNotDrawnAndItsColorIsNotReused()
 {
     setTwoReferences();
     setPoints(reference(3), "fourth.dat", {{8300, 0.5}, {8440, 0.6}});
@@ -494,7 +494,7 @@ void tst_FourPsAllMut::fittedCurveIsDrawnLastWithoutNormalisation()
     QVERIFY(image.pixelColor(60, row - 2) != pink && image.pixelColor(60, row + 2) != pink);
 }
 
-void tst_FourPsAllMut::rangeIncludesAllSpectraWithPoints_data()
+void tst_FourPsAllMut::rangeIncludesEvenInvalidAndSwitchedOffSpectra_data()
 {
     QTest::addColumn<int>("index"); // 4 means a displayed file
     QTest::addColumn<bool>("valid");
@@ -507,7 +507,7 @@ void tst_FourPsAllMut::rangeIncludesAllSpectraWithPoints_data()
     QTest::newRow("switched-off file") << 4 << true << false;
 }
 
-void tst_FourPsAllMut::rangeIncludesAllSpectraWithPoints()
+void tst_FourPsAllMut::rangeIncludesEvenInvalidAndSwitchedOffSpectra()
 {
     QFETCH(int, index);
     QFETCH(bool, valid);

@@ -71,7 +71,7 @@ private Q_SLOTS:
 
     void countsAreShownAsAbsorbance();
     void missingPixelIsShownAsMinusOne();
-    void nanPixelHasTheFirstColour();
+    void nanPixelIsDrawnBlack();
 
     void mapWithOnlyNanPixelsKeepsTheLimits();
     void doubleClickFitsViewAndLimitsAgain_data();
@@ -137,7 +137,7 @@ void tst_FourPsDataMap::missingPixelIsShownAsMinusOne()
     QCOMPARE(limitTexts(window()), QStringList({"-1", "3"}));
 }
 
-void tst_FourPsDataMap::nanPixelHasTheFirstColour()
+void tst_FourPsDataMap::nanPixelIsDrawnBlack()
 {
     // The second pixel is NaN because ln(I0 / I) of a negative intensity I is NaN.
     setCounts(*m_panel, 0, 4, 1, {{1.0, 0.0}, {-1.0, 2.0}, {notANumber, 0.0}, {2.0, 0.0}});

@@ -162,8 +162,8 @@ private Q_SLOTS:
 
     void xLimitsOfThePlotAreTheFieldValues_data();
     void xLimitsOfThePlotAreTheFieldValues();
-    void histogramWithoutCountsShowsOnlyTheTitles_data();
-    void histogramWithoutCountsShowsOnlyTheTitles();
+    void histogramWithoutCountsHasNoBars_data();
+    void histogramWithoutCountsHasNoBars();
 
     void reversedLimitsMirrorThePlot();
     void histogramWithOneBinHasNoBars();
@@ -171,7 +171,7 @@ private Q_SLOTS:
     void histogramsOfACalculatedMapAreShownImmediately();
 
     void checkBoxOfAnUnusedReferenceIsIgnored();
-    void plotDoesNotUseTheCurrentRatioHistogram();
+    void plotIndexesUsedReferencesButCurrentRatioHistIndexesRows();
 
 private:
     HistogramPlot plotFor(int id) { return plotOf(*m_panel, id); }
@@ -313,13 +313,13 @@ void tst_FourPsHistograms::xLimitsOfThePlotAreTheFieldValues()
     QCOMPARE(histograms.from->text(), QStringLiteral("-0.7"));
 }
 
-void tst_FourPsHistograms::histogramWithoutCountsShowsOnlyTheTitles_data()
+void tst_FourPsHistograms::histogramWithoutCountsHasNoBars_data()
 {
     addBothPlots();
 }
 
 // All values are outside the limits, so every bin has the count 0.
-void tst_FourPsHistograms::histogramWithoutCountsShowsOnlyTheTitles()
+void tst_FourPsHistograms::histogramWithoutCountsHasNoBars()
 {
     QFETCH(int, id);
     const HistogramPlot histograms = plotFor(id);
@@ -408,7 +408,7 @@ void tst_FourPsHistograms::checkBoxOfAnUnusedReferenceIsIgnored()
 // References in use: rows 0 and 2. With the check box of row 2, currentRatioHist() returns
 // HistRatio.at(2): the index is the row. The plot still shows HistRatio.at(1): the index counts the
 // references in use.
-void tst_FourPsHistograms::plotDoesNotUseTheCurrentRatioHistogram()
+void tst_FourPsHistograms::plotIndexesUsedReferencesButCurrentRatioHistIndexesRows()
 {
     setReferences(*m_panel, {0, 2}, {0, 2});
     const HistogramPlot histograms = plotFor(Displays::DHistA);

@@ -124,7 +124,7 @@ private Q_SLOTS:
     void mapWindowShownForTheFirstTimeFitsViewAndLimits();
     void resultWithoutSizeKeepsTheView();
     void typedLimitsAreKeptForAResultOfAnotherSize();
-    void mapCalculationKeepsTheDataMap();
+    void mapCalculationKeepsViewAndLimitsOfTheDataMap();
 
     void settingLimitsInAPaintNeedsNoSecondPaint_data();
     void settingLimitsInAPaintNeedsNoSecondPaint();
@@ -530,7 +530,7 @@ void tst_FourPsMapRepaints::typedLimitsAreKeptForAResultOfAnotherSize()
     QCOMPARE(barLimits(result()), QList<double>({lower, 2.75}));
 }
 
-void tst_FourPsMapRepaints::mapCalculationKeepsTheDataMap()
+void tst_FourPsMapRepaints::mapCalculationKeepsViewAndLimitsOfTheDataMap()
 {
     prepareNonEquivalent(*m_panel, {0.5, 1.0, 3.0});
     picture(data());

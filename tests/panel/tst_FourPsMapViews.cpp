@@ -69,9 +69,9 @@ private Q_SLOTS:
     void limitsOfC1AndC2AreFittedToTheValues();
     void missingPixelsCountAsZeroForTheLimits();
     void mapWithOnlyNanPixelsKeepsTheLimits();
-    void infinitePixelWidensTheLimits_data();
-    void infinitePixelWidensTheLimits();
-    void equalValuesHaveTheFirstColour();
+    void infinitePixelMakesALimitInfiniteAndTheMapBlack_data();
+    void infinitePixelMakesALimitInfiniteAndTheMapBlack();
+    void pixelsOfEqualValuesAreDrawnBlack();
 
     void typedLimitChangesTheColours();
     void zoomedAndPannedViewShowsItsPartOfTheMap();
@@ -230,7 +230,7 @@ void tst_FourPsMapViews::mapWithOnlyNanPixelsKeepsTheLimits()
     QCOMPARE(viewOf(window()), QList<double>({0.0, 0.0, 2.0, 1.0}));
 }
 
-void tst_FourPsMapViews::infinitePixelWidensTheLimits_data()
+void tst_FourPsMapViews::infinitePixelMakesALimitInfiniteAndTheMapBlack_data()
 {
     QTest::addColumn<double>("value");
     QTest::addColumn<QStringList>("texts");
@@ -238,7 +238,7 @@ void tst_FourPsMapViews::infinitePixelWidensTheLimits_data()
     QTest::newRow("minus infinity") << -infinity << QStringList{"-inf", "6"};
 }
 
-void tst_FourPsMapViews::infinitePixelWidensTheLimits()
+void tst_FourPsMapViews::infinitePixelMakesALimitInfiniteAndTheMapBlack()
 {
     QFETCH(double, value);
     setQuantity(*m_panel, C1, 3, 1, {2.0, value, 6.0});
@@ -247,7 +247,7 @@ void tst_FourPsMapViews::infinitePixelWidensTheLimits()
     QTEST(limitTexts(window()), "texts");
 }
 
-void tst_FourPsMapViews::equalValuesHaveTheFirstColour()
+void tst_FourPsMapViews::pixelsOfEqualValuesAreDrawnBlack()
 {
     setQuantity(*m_panel, C1, 2, 2, {4.0, 4.0, 4.0, 4.0});
     QImage black(window()->DispA->size(), QImage::Format_RGB32);
