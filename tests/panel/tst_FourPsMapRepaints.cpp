@@ -99,7 +99,7 @@ private Q_SLOTS:
     void selectingQuantityC2KeepsTheLimits();
     void selectingAQuantityRepaintsTheResultMap_data();
     void selectingAQuantityRepaintsTheResultMap();
-    void quantityRadiosSetTheirPresetLimits();
+    void quantityRadiosReplaceTheLimitsExceptForC1AndC2();
 
     void gridCheckBoxRepaintsBothMapWindows_data();
     void gridCheckBoxRepaintsBothMapWindows();
@@ -237,7 +237,7 @@ void tst_FourPsMapRepaints::selectingAQuantityRepaintsTheResultMap()
 
 // Selecting a quantity sets its preset limits. The quantities C1 and C2 have no preset limits, so
 // the current limits remain.
-void tst_FourPsMapRepaints::quantityRadiosSetTheirPresetLimits()
+void tst_FourPsMapRepaints::quantityRadiosReplaceTheLimitsExceptForC1AndC2()
 {
     for (int quantity = 12; quantity >= 0; --quantity) {
         result()->setZRange(40.0, 50.0);
