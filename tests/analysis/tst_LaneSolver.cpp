@@ -138,7 +138,7 @@ class tst_LaneSolver : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void knownSystemIsSolved();
+    void exactlySolvableSystemGivesItsSolution();
     void unknownsStayInColumnOrderDespiteRowExchanges();
     void firstOfEqualPivotsIsChosen();
     void negativeZeroPivotCountsAsOneInEliminationOnly();
@@ -147,7 +147,7 @@ private Q_SLOTS:
     void resultsMatchSmallMatrixBitForBit();
 };
 
-void tst_LaneSolver::knownSystemIsSolved()
+void tst_LaneSolver::exactlySolvableSystemGivesItsSolution()
 {
     // The system 2x + y = 5, x - y = 1 has the solution x = 2, y = 1. All steps are exact.
     const auto x = solved<2>({{{2, 1}, {1, -1}}}, {5, 1});
