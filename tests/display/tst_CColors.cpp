@@ -27,7 +27,7 @@ private Q_SLOTS:
     void listGrowsToTheRequestedSizeButDoesNotShrink();
     void newColourIsDerivedFromAColourAndItsNeighbour();
     void brightDerivedColoursAreDarkened();
-    void laterRoundsUseTheGrownListUpToTheRequestedSize();
+    void extensionRepeatsOnTheGrownListUntilTheRequestedSize();
     void baseListIsExtendedWithDerivedColours();
     void derivedColoursAreOpaque();
 };
@@ -100,7 +100,7 @@ void tst_CColors::brightDerivedColoursAreDarkened()
     QCOMPARE(CColors({QColor(255, 245, 1)}, 2).colors.at(1), QColor(204, 147, 0));
 }
 
-void tst_CColors::laterRoundsUseTheGrownListUpToTheRequestedSize()
+void tst_CColors::extensionRepeatsOnTheGrownListUntilTheRequestedSize()
 {
     const auto grown = [](const QList<int>& reds, int requested) {
         return CColors(colorsOf(reds), requested).colors;

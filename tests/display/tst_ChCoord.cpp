@@ -65,10 +65,10 @@ private Q_SLOTS:
     void marginsAreTruncatedToWholePixels_data();
     void marginsAreTruncatedToWholePixels();
     void marginsAreFractionsOfTheWidgetSize();
-    void valuesAndPixelsAreConvertedInIncreasingRanges_data();
-    void valuesAndPixelsAreConvertedInIncreasingRanges();
-    void valuesAndPixelsAreConvertedInReversedRanges_data();
-    void valuesAndPixelsAreConvertedInReversedRanges();
+    void valuesAndPixelsAreConvertedLinearlyInIncreasingRanges_data();
+    void valuesAndPixelsAreConvertedLinearlyInIncreasingRanges();
+    void reversedRangeReversesTheDirectionOfConversions_data();
+    void reversedRangeReversesTheDirectionOfConversions();
     void clampedConversionLimitsValuesToTheRange_data();
     void clampedConversionLimitsValuesToTheRange();
     void emptyRealRangeYieldsInfiniteOrNaNPixels();
@@ -180,7 +180,7 @@ void tst_ChCoord::marginsAreFractionsOfTheWidgetSize()
     QVERIFY(isArea(cc, 100, 188, 350, 100));
 }
 
-void tst_ChCoord::valuesAndPixelsAreConvertedInIncreasingRanges_data()
+void tst_ChCoord::valuesAndPixelsAreConvertedLinearlyInIncreasingRanges_data()
 {
     QTest::addColumn<Conversion>("conversion");
     QTest::addColumn<double>("from");
@@ -208,7 +208,7 @@ void tst_ChCoord::valuesAndPixelsAreConvertedInIncreasingRanges_data()
 
 // The tolerance of 1e-12 is about 18 ulps of 400, the widget's width in pixels, and far
 // below any visible difference.
-void tst_ChCoord::valuesAndPixelsAreConvertedInIncreasingRanges()
+void tst_ChCoord::valuesAndPixelsAreConvertedLinearlyInIncreasingRanges()
 {
     QFETCH(Conversion, conversion);
     QFETCH(double, from);
@@ -217,7 +217,7 @@ void tst_ChCoord::valuesAndPixelsAreConvertedInIncreasingRanges()
     QVERIFY(qAbs(conversion(cc, from) - to) < 1e-12);
 }
 
-void tst_ChCoord::valuesAndPixelsAreConvertedInReversedRanges_data()
+void tst_ChCoord::reversedRangeReversesTheDirectionOfConversions_data()
 {
     QTest::addColumn<Conversion>("conversion");
     QTest::addColumn<double>("from");
@@ -236,7 +236,7 @@ void tst_ChCoord::valuesAndPixelsAreConvertedInReversedRanges_data()
 
 // The tolerance of 1e-12 is about 18 ulps of 400, the widget's width in pixels, and far
 // below any visible difference.
-void tst_ChCoord::valuesAndPixelsAreConvertedInReversedRanges()
+void tst_ChCoord::reversedRangeReversesTheDirectionOfConversions()
 {
     QFETCH(Conversion, conversion);
     QFETCH(double, from);

@@ -41,11 +41,11 @@ class tst_ColorTables : public QObject
 
 private Q_SLOTS:
     void thereAreTwelveTables();
-    void rampsContainKnownColors_data();
-    void rampsContainKnownColors();
-    void tableSizeMatchesItsNumberOfRamps_data();
-    void tableSizeMatchesItsNumberOfRamps();
-    void adjacentEntriesDifferByAtMostOneLevel_data() { tableSizeMatchesItsNumberOfRamps_data(); }
+    void rampsHaveExpectedColorsAtTheirEndsAndMiddle_data();
+    void rampsHaveExpectedColorsAtTheirEndsAndMiddle();
+    void tableHas256EntriesPerRamp_data();
+    void tableHas256EntriesPerRamp();
+    void adjacentEntriesDifferByAtMostOneLevel_data() { tableHas256EntriesPerRamp_data(); }
     void adjacentEntriesDifferByAtMostOneLevel();
     void unknownTypeYieldsFirstTable();
 };
@@ -56,7 +56,7 @@ void tst_ColorTables::thereAreTwelveTables()
     QCOMPARE(knownColors.size(), 12);
 }
 
-void tst_ColorTables::rampsContainKnownColors_data()
+void tst_ColorTables::rampsHaveExpectedColorsAtTheirEndsAndMiddle_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("index");
@@ -71,14 +71,14 @@ void tst_ColorTables::rampsContainKnownColors_data()
     }
 }
 
-void tst_ColorTables::rampsContainKnownColors()
+void tst_ColorTables::rampsHaveExpectedColorsAtTheirEndsAndMiddle()
 {
     QFETCH(int, type);
     QFETCH(int, index);
     QTEST(display::colorTable(type).at(index), "color");
 }
 
-void tst_ColorTables::tableSizeMatchesItsNumberOfRamps_data()
+void tst_ColorTables::tableHas256EntriesPerRamp_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("entries");
@@ -88,7 +88,7 @@ void tst_ColorTables::tableSizeMatchesItsNumberOfRamps_data()
     }
 }
 
-void tst_ColorTables::tableSizeMatchesItsNumberOfRamps()
+void tst_ColorTables::tableHas256EntriesPerRamp()
 {
     QFETCH(int, type);
     QFETCH(int, entries);

@@ -80,10 +80,10 @@ private Q_SLOTS:
     void rangeIsTheValenceRangePlusAFixedMargin();
     void graphMatchesTheReferenceDrawing_data();
     void graphMatchesTheReferenceDrawing();
-    void nonFiniteLastPointHasNoRedCircle();
+    void redCircleIsOmittedIfTheLastPointIsNaN();
     void manyPointsMatchPointByPointDrawing_data();
     void manyPointsMatchPointByPointDrawing();
-    void transparentPointsAreAllDrawn();
+    void transparentPointsMatchPointByPointDrawing();
     void highResolutionScreenShowsNewestPointOnTop_data();
     void highResolutionScreenShowsNewestPointOnTop();
     void colorsAreUsedCyclically();
@@ -142,7 +142,7 @@ void tst_ComparisonGraph::graphMatchesTheReferenceDrawing()
     QVERIFY(isSamePicture(painted(graph, size), plain(lower, upper, points, size)));
 }
 
-void tst_ComparisonGraph::nonFiniteLastPointHasNoRedCircle()
+void tst_ComparisonGraph::redCircleIsOmittedIfTheLastPointIsNaN()
 {
     ComparisonGraph graph;
     fill(&graph, 2.0, 3.0, {{2.5, 2.35, Qt::blue}, {notANumber, 2.5, Qt::blue}});
@@ -180,7 +180,7 @@ void tst_ComparisonGraph::manyPointsMatchPointByPointDrawing()
     QVERIFY(isSamePicture(plot.picture(), expected.picture()));
 }
 
-void tst_ComparisonGraph::transparentPointsAreAllDrawn()
+void tst_ComparisonGraph::transparentPointsMatchPointByPointDrawing()
 {
     QList<PlainPoint> points = randomPoints(400);
     for (PlainPoint& point : points) {

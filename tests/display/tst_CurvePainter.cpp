@@ -118,7 +118,7 @@ void tst_CurvePainter::curveMatchesOneDrawCallPerSegment_data()
     QTest::newRow("256 segments") << 257 << thin;
     QTest::newRow("257 segments") << 258 << thin;
     QTest::newRow("512 segments") << 513 << wide;
-    QTest::newRow("long") << 1500 << thin;
+    QTest::newRow("1499 segments") << 1500 << thin;
     QTest::newRow("long, cosmetic pen") << 700 << cosmetic;
     QTest::newRow("long, wide pen") << 700 << wide;
     QTest::newRow("long, wider pen") << 700 << wider;
@@ -197,10 +197,10 @@ void tst_CurvePainter::curveInAnEmptyRangeIsNotDrawn()
 void tst_CurvePainter::deepZoomKeepsSegmentsThatCrossTheView_data()
 {
     QTest::addColumn<double>("half"); // half of the visible range
-    QTest::newRow("hundredths") << 1e-2;
-    QTest::newRow("millionths") << 1e-6;
-    QTest::newRow("billionths") << 1e-9;
-    QTest::newRow("near the precision of a double") << 1e-12;
+    QTest::newRow("range of hundredths") << 1e-2;
+    QTest::newRow("range of millionths") << 1e-6;
+    QTest::newRow("range of billionths") << 1e-9;
+    QTest::newRow("range near the precision of a double") << 1e-12;
 }
 
 // The line from (-3, -3) to (4, 4) passes through (0.5, 0.5), the centre of the zoom.

@@ -63,11 +63,11 @@ private Q_SLOTS:
     void positionIsRoundedToNearestPixel();
     void mouseTrackingIsOn();
 
-    void leftPressWithoutShiftControlOrAltIsSignalled_data();
-    void leftPressWithoutShiftControlOrAltIsSignalled();
+    void onlyLeftPressWithoutShiftControlOrAltIsSignalled_data();
+    void onlyLeftPressWithoutShiftControlOrAltIsSignalled();
     void signalsPassTheSurfacesOwnMouseState();
-    void modifiersAtPressSelectTheDragAction_data();
-    void modifiersAtPressSelectTheDragAction();
+    void modifiersAtPressNotAtMoveDecideBetweenDragAndPan_data();
+    void modifiersAtPressNotAtMoveDecideBetweenDragAndPan();
 
     void dragAndPanNeedARecordedLeftPress_data();
     void dragAndPanNeedARecordedLeftPress();
@@ -263,7 +263,7 @@ void tst_DispArea::mouseTrackingIsOn()
     QCOMPARE(positions.last(), (QVariantList{100.0, 100.0}));
 }
 
-void tst_DispArea::leftPressWithoutShiftControlOrAltIsSignalled_data()
+void tst_DispArea::onlyLeftPressWithoutShiftControlOrAltIsSignalled_data()
 {
     QTest::addColumn<Qt::MouseButton>("button");
     QTest::addColumn<Qt::KeyboardModifiers>("keys");
@@ -275,7 +275,7 @@ void tst_DispArea::leftPressWithoutShiftControlOrAltIsSignalled_data()
     }
 }
 
-void tst_DispArea::leftPressWithoutShiftControlOrAltIsSignalled()
+void tst_DispArea::onlyLeftPressWithoutShiftControlOrAltIsSignalled()
 {
     QFETCH(Qt::MouseButton, button);
     QFETCH(Qt::KeyboardModifiers, keys);
@@ -307,7 +307,7 @@ void tst_DispArea::signalsPassTheSurfacesOwnMouseState()
     QCOMPARE(records, QList<MouseC*>(4, &m_area->mouse));
 }
 
-void tst_DispArea::modifiersAtPressSelectTheDragAction_data()
+void tst_DispArea::modifiersAtPressNotAtMoveDecideBetweenDragAndPan_data()
 {
     QTest::addColumn<Qt::KeyboardModifiers>("atPress");
     QTest::addColumn<Qt::KeyboardModifiers>("atMove");
@@ -323,7 +323,7 @@ void tst_DispArea::modifiersAtPressSelectTheDragAction_data()
 // The mouse moves from (100, 100) to (120, 120) in data values: a drag moves the line
 // to 120, a pan subtracts 20 from all limits. After every kind of press the test itself
 // selects the line, so that an unwanted drag would be visible.
-void tst_DispArea::modifiersAtPressSelectTheDragAction()
+void tst_DispArea::modifiersAtPressNotAtMoveDecideBetweenDragAndPan()
 {
     QFETCH(Qt::KeyboardModifiers, atPress);
     QFETCH(Qt::KeyboardModifiers, atMove);
@@ -407,8 +407,7 @@ void tst_DispArea::pressLessThanTwentyPixelsAwaySelectsTheLine_data()
         << horizontal << "100" << QPointF(300, 190) << false;
     QTest::newRow("horizontal, 19.75 pixels above")
         << horizontal << "100.25" << QPointF(300, 150) << true;
-    QTest::newRow("any direction other than 0 is horizontal")
-        << -7 << "100" << QPointF(300, 170) << true;
+    QTest::newRow("direction -7 counts as horizontal") << -7 << "100" << QPointF(300, 170) << true;
 }
 
 void tst_DispArea::pressLessThanTwentyPixelsAwaySelectsTheLine()

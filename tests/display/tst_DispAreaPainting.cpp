@@ -109,13 +109,13 @@ class tst_DispAreaPainting : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void formIsARaisedPanelWithMouseTracking();
+    void surfaceIsARaisedPanelWithMouseTracking();
     void startsWithAutomaticRangeAndNoMarkerLines();
     void surfacePaintsNothingItself();
     void eachPaintEmitsDrawOnce();
     void painterIsActiveOnTheSurface();
     void painterSmoothsPixmapsButNotLines();
-    void drawnIsResetToTrueAtEachPaint();
+    void drawnFlagIsResetToTrueAtEachPaint();
     void eachPaintResetsThePlotAreaToTheWholeWidget_data();
     void eachPaintResetsThePlotAreaToTheWholeWidget();
     void rangeIsZeroToOneUnlessHasScaleIsSet();
@@ -137,7 +137,7 @@ private Q_SLOTS:
     void invalidRangeKeepsOutlineAndMargins();
 };
 
-void tst_DispAreaPainting::formIsARaisedPanelWithMouseTracking()
+void tst_DispAreaPainting::surfaceIsARaisedPanelWithMouseTracking()
 {
     const DispArea area;
     QCOMPARE(area.objectName(), "DispArea");
@@ -216,7 +216,7 @@ void tst_DispAreaPainting::painterSmoothsPixmapsButNotLines()
     }
 }
 
-void tst_DispAreaPainting::drawnIsResetToTrueAtEachPaint()
+void tst_DispAreaPainting::drawnFlagIsResetToTrueAtEachPaint()
 {
     DispArea area;
     QList<bool> seen;

@@ -139,17 +139,17 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void frameMatchesItsForm_data() { frameKinds(); }
-    void frameMatchesItsForm();
+    void frameHasExpectedNameTitleSizeAndBorder_data() { frameKinds(); }
+    void frameHasExpectedNameTitleSizeAndBorder();
     void contentIsInRowOneOfTheGrid_data() { frameKinds(); }
     void contentIsInRowOneOfTheGrid();
-    void stripHasItsWidgetsFromLeftToRight_data() { frameKinds(); }
-    void stripHasItsWidgetsFromLeftToRight();
-    void readOutsHaveTheResultStyleAndReadOnlyFlags_data() { frameKinds(); }
-    void readOutsHaveTheResultStyleAndReadOnlyFlags();
+    void stripHasExpectedWidgetsFromLeftToRight_data() { frameKinds(); }
+    void stripHasExpectedWidgetsFromLeftToRight();
+    void readOutsHaveTheResultStyleAndExpectedReadOnlyFlags_data() { frameKinds(); }
+    void readOutsHaveTheResultStyleAndExpectedReadOnlyFlags();
 
-    void readOutFollowsTheMouse_data() { frameKinds(); }
-    void readOutFollowsTheMouse();
+    void readOutShowsTheMousePositionInDataValues_data() { frameKinds(); }
+    void readOutShowsTheMousePositionInDataValues();
     void drawSignalPassesThePainterOfTheSurface_data() { frameKinds(); }
     void drawSignalPassesThePainterOfTheSurface();
     void mouseSignalsAreForwardedFromTheSurface_data() { frameKinds(); }
@@ -168,8 +168,8 @@ private Q_SLOTS:
 
     void metaObjectDerivesDirectlyFromQFrame_data() { frameKinds(); }
     void metaObjectDerivesDirectlyFromQFrame();
-    void popOutWindowIsAHiddenChild_data() { frameKinds(); }
-    void popOutWindowIsAHiddenChild();
+    void popOutWindowIsInitiallyAHiddenChildOfTheFrame_data() { frameKinds(); }
+    void popOutWindowIsInitiallyAHiddenChildOfTheFrame();
     void buttonPopsTheContentOutAndDocksIt_data() { frameKinds(); }
     void buttonPopsTheContentOutAndDocksIt();
     void closingThePopOutWindowDocksTheContent_data() { frameKinds(); }
@@ -178,12 +178,12 @@ private Q_SLOTS:
     void closingThePopOutWindowByCodeDocksTheContent();
     void popOutKeepsViewAndMarkerLines_data() { frameKinds(); }
     void popOutKeepsViewAndMarkerLines();
-    void stripMovesWithTheSurface_data() { frameKinds(); }
-    void stripMovesWithTheSurface();
+    void stripMovesIntoThePopOutWindowWithTheSurface_data() { frameKinds(); }
+    void stripMovesIntoThePopOutWindowWithTheSurface();
     void mouseSignalsAreEmittedInThePopOutWindow_data() { frameKinds(); }
     void mouseSignalsAreEmittedInThePopOutWindow();
-    void emptyFrameKeepsItsPlaceInTheLayout_data() { frameKinds(); }
-    void emptyFrameKeepsItsPlaceInTheLayout();
+    void frameWithPoppedOutContentKeepsItsPlaceInTheLayout_data() { frameKinds(); }
+    void frameWithPoppedOutContentKeepsItsPlaceInTheLayout();
     void destroyedFrameDestroysItsPoppedOutContent_data() { frameKinds(); }
     void destroyedFrameDestroysItsPoppedOutContent();
 
@@ -230,7 +230,7 @@ void tst_DispFrames::cleanup()
     m_frame.reset();
 }
 
-void tst_DispFrames::frameMatchesItsForm()
+void tst_DispFrames::frameHasExpectedNameTitleSizeAndBorder()
 {
     QFETCH(bool, map);
     QCOMPARE(m_frame->frame->objectName(), map ? "DispMBase" : "DispABase");
@@ -256,7 +256,7 @@ void tst_DispFrames::contentIsInRowOneOfTheGrid()
     QCOMPARE(m_frame->content->frameShadow(), QFrame::Raised);
 }
 
-void tst_DispFrames::stripHasItsWidgetsFromLeftToRight()
+void tst_DispFrames::stripHasExpectedWidgetsFromLeftToRight()
 {
     QFETCH(bool, map);
     const QList<FormWidget> plotStrip{
@@ -291,7 +291,7 @@ void tst_DispFrames::stripHasItsWidgetsFromLeftToRight()
 
 // In a plot, the fields of x and y are read-only. In a map, only the field of y is
 // read-only.
-void tst_DispFrames::readOutsHaveTheResultStyleAndReadOnlyFlags()
+void tst_DispFrames::readOutsHaveTheResultStyleAndExpectedReadOnlyFlags()
 {
     QFETCH(bool, map);
     QCOMPARE(m_frame->xPos->isReadOnly(), !map);
@@ -307,7 +307,7 @@ void tst_DispFrames::readOutsHaveTheResultStyleAndReadOnlyFlags()
     }
 }
 
-void tst_DispFrames::readOutFollowsTheMouse()
+void tst_DispFrames::readOutShowsTheMousePositionInDataValues()
 {
     QVERIFY(m_frame->showDocked());
     m_frame->area->cc.setArea(0.0, 200.0, 100.0, 0.0);
@@ -418,7 +418,7 @@ void tst_DispFrames::metaObjectDerivesDirectlyFromQFrame()
     QCOMPARE(m_frame->frame->metaObject()->superClass(), &QFrame::staticMetaObject);
 }
 
-void tst_DispFrames::popOutWindowIsAHiddenChild()
+void tst_DispFrames::popOutWindowIsInitiallyAHiddenChildOfTheFrame()
 {
     QCOMPARE(m_frame->pop->parent(), m_frame->frame);
     QVERIFY(m_frame->pop->isWindow());
@@ -498,7 +498,7 @@ void tst_DispFrames::popOutKeepsViewAndMarkerLines()
     QVERIFY(m_frame->isDocked());
 }
 
-void tst_DispFrames::stripMovesWithTheSurface()
+void tst_DispFrames::stripMovesIntoThePopOutWindowWithTheSurface()
 {
     m_frame->title->setText("Ref1");
     QVERIFY(m_frame->showPoppedOut());
@@ -528,7 +528,7 @@ void tst_DispFrames::mouseSignalsAreEmittedInThePopOutWindow()
     QCOMPARE(m_frame->xPos->text(), "0.75");
 }
 
-void tst_DispFrames::emptyFrameKeepsItsPlaceInTheLayout()
+void tst_DispFrames::frameWithPoppedOutContentKeepsItsPlaceInTheLayout()
 {
     QWidget window;
     window.resize(700, 400);

@@ -30,12 +30,12 @@ private Q_SLOTS:
     void cleanup();
 
     void frameCanBeDestroyedWhileALimitIsEdited();
-    void surfaceIsBelowTheStripAndBesideTheBar();
-    void barIsBetweenItsNarrowLimitFields();
-    void limitFieldsInitiallyShowTheDefaultsOfTheBar();
+    void surfaceIsBelowTheStripAndBesideTheColourBar();
+    void colourBarIsBetweenItsNarrowLimitFields();
+    void limitFieldsInitiallyShowTheDefaultsOfTheColourBar();
     void signalsAndSlotsAreDeclaredInTheExpectedOrder();
 
-    void mousePositionIsForwarded();
+    void mousePositionIsForwardedAfterTheReadOutsAreUpdated();
     void mousePositionDoesNotChangeTheValueField();
     void readOutLeavesTheCursorAtTheEnd();
     void readOutShowsSixDigits();
@@ -48,13 +48,13 @@ private Q_SLOTS:
     void reversedLimitsAreSwapped_data();
     void reversedLimitsAreSwapped();
     void limitFieldsShowTheSwappedLimits();
-    void limitsSetInTheBarAreShown();
+    void limitsSetInTheColourBarAreShownInTheLimitFields();
     void leavingAnUneditedLimitKeepsItsFullPrecision_data();
     void leavingAnUneditedLimitKeepsItsFullPrecision();
     void typedLimitKeepsAutoScale();
 
-    void setZRangeSetsBarAndTexts_data();
-    void setZRangeSetsBarAndTexts();
+    void setZRangeSetsTheColourBarAndTheLimitFields_data();
+    void setZRangeSetsTheColourBarAndTheLimitFields();
     void setZRangeShowsSixDigitsWithCursorAtStart();
     void nanRangeIsShownAndCanBeReplaced_data();
     void nanRangeIsShownAndCanBeReplaced();
@@ -62,7 +62,7 @@ private Q_SLOTS:
 
     void colourChangeRepaintsTheSurfaceOnce_data();
     void colourChangeRepaintsTheSurfaceOnce();
-    void noTitlesAreDrawn();
+    void frameAddsNothingToTheClientsDrawing();
 
 private:
     bool show();
@@ -119,7 +119,7 @@ void tst_DispMBase::type(QLineEdit* edit, const QString& text, bool leave)
     }
 }
 
-void tst_DispMBase::surfaceIsBelowTheStripAndBesideTheBar()
+void tst_DispMBase::surfaceIsBelowTheStripAndBesideTheColourBar()
 {
     const auto* grid = qobject_cast<QGridLayout*>(m_frame->DispABFrame->layout());
     QVERIFY(grid);
@@ -143,7 +143,7 @@ void tst_DispMBase::surfaceIsBelowTheStripAndBesideTheBar()
     QCOMPARE(m_frame->DispA->sizePolicy().verticalPolicy(), QSizePolicy::Expanding);
 }
 
-void tst_DispMBase::barIsBetweenItsNarrowLimitFields()
+void tst_DispMBase::colourBarIsBetweenItsNarrowLimitFields()
 {
     QCOMPARE(m_frame->frame_2->objectName(), "frame_2");
     const auto* grid = qobject_cast<QGridLayout*>(m_frame->frame_2->layout());
@@ -164,7 +164,7 @@ void tst_DispMBase::barIsBetweenItsNarrowLimitFields()
     }
 }
 
-void tst_DispMBase::limitFieldsInitiallyShowTheDefaultsOfTheBar()
+void tst_DispMBase::limitFieldsInitiallyShowTheDefaultsOfTheColourBar()
 {
     QCOMPARE(m_frame->MaxV->text(), "1");
     QCOMPARE(m_frame->MinV->text(), "0");
@@ -182,7 +182,7 @@ void tst_DispMBase::signalsAndSlotsAreDeclaredInTheExpectedOrder()
 }
 
 // The read-out fields are already updated when the client receives the signal.
-void tst_DispMBase::mousePositionIsForwarded()
+void tst_DispMBase::mousePositionIsForwardedAfterTheReadOutsAreUpdated()
 {
     QVERIFY(show());
     m_frame->DispA->cc.setArea(0.0, 200.0, 100.0, 0.0);
@@ -316,7 +316,7 @@ void tst_DispMBase::limitFieldsShowTheSwappedLimits()
     QCOMPARE(m_frame->MaxV->text(), "1.5");
 }
 
-void tst_DispMBase::limitsSetInTheBarAreShown()
+void tst_DispMBase::limitsSetInTheColourBarAreShownInTheLimitFields()
 {
     m_frame->CBar->newZmax(7.25);
     QCOMPARE(m_frame->MaxV->text(), "7.25");
@@ -363,20 +363,20 @@ void tst_DispMBase::typedLimitKeepsAutoScale()
     QVERIFY(m_frame->CBar->autoScale);
 }
 
-void tst_DispMBase::setZRangeSetsBarAndTexts_data()
+void tst_DispMBase::setZRangeSetsTheColourBarAndTheLimitFields_data()
 {
     QTest::addColumn<double>("lo");
     QTest::addColumn<double>("hi");
     QTest::addColumn<QStringList>("texts");
     // The old range is 10 to 20.
-    QTest::newRow("above") << 30.0 << 40.0 << QStringList{"30", "40"};
+    QTest::newRow("above the old range") << 30.0 << 40.0 << QStringList{"30", "40"};
     QTest::newRow("overlapping from above") << 15.0 << 40.0 << QStringList{"15", "40"};
     QTest::newRow("starting at the upper limit") << 20.0 << 40.0 << QStringList{"20", "40"};
-    QTest::newRow("below") << -40.0 << -30.0 << QStringList{"-40", "-30"};
+    QTest::newRow("below the old range") << -40.0 << -30.0 << QStringList{"-40", "-30"};
     QTest::newRow("overlapping from below") << -40.0 << 15.0 << QStringList{"-40", "15"};
     QTest::newRow("ending at the lower limit") << -40.0 << 10.0 << QStringList{"-40", "10"};
-    QTest::newRow("within") << 12.0 << 18.0 << QStringList{"12", "18"};
-    QTest::newRow("around") << -5.0 << 50.0 << QStringList{"-5", "50"};
+    QTest::newRow("within the old range") << 12.0 << 18.0 << QStringList{"12", "18"};
+    QTest::newRow("around the old range") << -5.0 << 50.0 << QStringList{"-5", "50"};
     QTest::newRow("unchanged") << 10.0 << 20.0 << QStringList{"10", "20"};
     QTest::newRow("empty, inside") << 15.0 << 15.0 << QStringList{"15", "15"};
     QTest::newRow("empty, above") << 30.0 << 30.0 << QStringList{"30", "30"};
@@ -388,7 +388,7 @@ void tst_DispMBase::setZRangeSetsBarAndTexts_data()
     QTest::newRow("infinite") << -qInf() << qInf() << QStringList{"-inf", "inf"};
 }
 
-void tst_DispMBase::setZRangeSetsBarAndTexts()
+void tst_DispMBase::setZRangeSetsTheColourBarAndTheLimitFields()
 {
     QFETCH(double, lo);
     QFETCH(double, hi);
@@ -480,7 +480,7 @@ void tst_DispMBase::colourChangeRepaintsTheSurfaceOnce()
     }
 }
 
-void tst_DispMBase::noTitlesAreDrawn()
+void tst_DispMBase::frameAddsNothingToTheClientsDrawing()
 {
     connect(m_frame.get(), &DispMBase::draw, this, [this](QStylePainter* p) {
         p->fillRect(m_frame->DispA->rect(), Qt::white);

@@ -98,7 +98,7 @@ class tst_Displays : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void windowMatchesItsForm();
+    void newWindowIsHiddenWithExpectedTitleSizeAndMargins();
     void signalsAndSlotsAreDeclaredInTheExpectedOrder();
 
     void plotHasItsGridCellAndTitle_data();
@@ -132,7 +132,7 @@ private Q_SLOTS:
     void plotsAreDestroyedWithTheWindow();
 };
 
-void tst_Displays::windowMatchesItsForm()
+void tst_Displays::newWindowIsHiddenWithExpectedTitleSizeAndMargins()
 {
     const Displays graphs;
     QCOMPARE(graphs.objectName(), QStringLiteral("Displays"));

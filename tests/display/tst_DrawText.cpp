@@ -91,11 +91,11 @@ class tst_DrawText : public QObject
 private Q_SLOTS:
     void startsWithDefaultColours();
 
-    void fittedSizeFollowsTheTighterSide_data();
-    void fittedSizeFollowsTheTighterSide();
-    void fittedSizeIsProportionalToTheBox();
-    void fittedSizeIsLimitedToMaxPoints_data();
-    void fittedSizeIsLimitedToMaxPoints();
+    void fontSizeIsFittedToTheTighterSideOfTheBox_data();
+    void fontSizeIsFittedToTheTighterSideOfTheBox();
+    void fittedFontSizeIsProportionalToTheBoxSize();
+    void fittedFontSizeIsLimitedToMaxPoints_data();
+    void fittedFontSizeIsLimitedToMaxPoints();
     void returnedBoxIsMeasuredWithATenPointFont();
     void emptyTextHasEmptyBox();
     void modesOtherThanOneUseTheGivenFont_data();
@@ -119,12 +119,12 @@ private Q_SLOTS:
     void textBoxReturnsWhereTheTextIsDrawn();
     void textBoxHasNoMaximumFontSize();
 
-    void listIsDrawnAtItsSmallestFittedSizeInWholePoints();
+    void listUsesSmallestFittedFontSizeTruncatedToWholePoints();
     void eachTextOfAListIsShiftedByTheSameStep();
     void modesOneAndTwoFitEachTextOfAListSeparately_data();
     void modesOneAndTwoFitEachTextOfAListSeparately();
     void textsOfAPairAreAlignedLeftAndRight();
-    void pairsUseTheSizeOfTheLongestPair();
+    void pairsUseTheFontSizeThatFitsTheLongestPair();
     void emptyListsAndTooSmallBoxesDrawNothing();
 
     void overlappingBoxesAreFound_data();
@@ -198,7 +198,7 @@ void tst_DrawText::startsWithDefaultColours()
     QCOMPARE(dt.buttonText, QColor(0, 0, 0));
 }
 
-void tst_DrawText::fittedSizeFollowsTheTighterSide_data()
+void tst_DrawText::fontSizeIsFittedToTheTighterSideOfTheBox_data()
 {
     QTest::addColumn<QSizeF>("space"); // as a multiple of the text's size at 10 points
     QTest::addColumn<double>("points");
@@ -206,11 +206,11 @@ void tst_DrawText::fittedSizeFollowsTheTighterSide_data()
     QTest::newRow("width is tight") << QSizeF(0.5, 3) << 5.0;
     QTest::newRow("height is tight") << QSizeF(4, 1.5) << 15.0;
     QTest::newRow("larger than the text") << QSizeF(2.5, 2.5) << 25.0;
-    QTest::newRow("small") << QSizeF(0.25, 0.75) << 2.5;
+    QTest::newRow("smaller than the text") << QSizeF(0.25, 0.75) << 2.5;
 }
 
 // The tolerance of 0.01 points is far below any visible difference.
-void tst_DrawText::fittedSizeFollowsTheTighterSide()
+void tst_DrawText::fontSizeIsFittedToTheTighterSideOfTheBox()
 {
     QFETCH(QSizeF, space);
     QFETCH(double, points);
@@ -227,7 +227,7 @@ void tst_DrawText::fittedSizeFollowsTheTighterSide()
 // The size is calculated in one step, not by trying sizes, so a box of twice the size
 // doubles the font size. The tolerance of 0.02 points is far below any visible
 // difference.
-void tst_DrawText::fittedSizeIsProportionalToTheBox()
+void tst_DrawText::fittedFontSizeIsProportionalToTheBoxSize()
 {
     const double small = drawnText({5, 5, 40, 11}, leftMiddle, 1, shortText, -1.0).points;
     const double large = drawnText({5, 5, 80, 22}, leftMiddle, 1, shortText, -1.0).points;
@@ -235,7 +235,7 @@ void tst_DrawText::fittedSizeIsProportionalToTheBox()
     QVERIFY(near(large, 2.0 * small, 0.02));
 }
 
-void tst_DrawText::fittedSizeIsLimitedToMaxPoints_data()
+void tst_DrawText::fittedFontSizeIsLimitedToMaxPoints_data()
 {
     QTest::addColumn<double>("maxPoints");
     QTest::addColumn<double>("points");
@@ -248,7 +248,7 @@ void tst_DrawText::fittedSizeIsLimitedToMaxPoints_data()
 
 // The box is three times the size of the text at 10 points, so the text fills it at 30
 // points. The tolerance of 0.01 points is far below any visible difference.
-void tst_DrawText::fittedSizeIsLimitedToMaxPoints()
+void tst_DrawText::fittedFontSizeIsLimitedToMaxPoints()
 {
     QFETCH(double, maxPoints);
     QFETCH(double, points);
@@ -540,7 +540,7 @@ void tst_DrawText::textBoxHasNoMaximumFontSize()
 
 // The box is 2.59 times as wide as longText at 10 points, so longText fits at 25.9
 // points, which is truncated to 25. shortText alone would fit at a larger size.
-void tst_DrawText::listIsDrawnAtItsSmallestFittedSizeInWholePoints()
+void tst_DrawText::listUsesSmallestFittedFontSizeTruncatedToWholePoints()
 {
     const QSizeF size = measured(longText);
     const QRectF box(20, 30, 2.59 * size.width(), 10.0 * size.height());
@@ -623,7 +623,7 @@ void tst_DrawText::textsOfAPairAreAlignedLeftAndRight()
 // The second pair, longText and shortText, is the longest. The box is 1.59 times as
 // wide as this pair at 10 points, so the pair fits at 15.9 points, which is truncated
 // to 15.
-void tst_DrawText::pairsUseTheSizeOfTheLongestPair()
+void tst_DrawText::pairsUseTheFontSizeThatFitsTheLongestPair()
 {
     const QSizeF size = measured(longText + shortText, Qt::AlignVCenter);
     const QRectF box(20, 30, 1.59 * size.width(), 10.0 * size.height());
@@ -658,9 +658,9 @@ void tst_DrawText::overlappingBoxesAreFound_data()
     QTest::newRow("inside") << QRectF(20, 20, 5, 5) << true;
     QTest::newRow("around") << QRectF(0, 0, 500, 500) << true;
     QTest::newRow("across an edge") << QRectF(0, 15, 11, 2) << true;
-    QTest::newRow("across an edge, negative") << QRectF(11, 17, -11, -2) << true;
+    QTest::newRow("across an edge, negative size") << QRectF(11, 17, -11, -2) << true;
     QTest::newRow("touching") << QRectF(0, 15, 10, 2) << false;
-    QTest::newRow("outside, negative") << QRectF(9, 17, -9, -2) << false;
+    QTest::newRow("outside, negative size") << QRectF(9, 17, -9, -2) << false;
     QTest::newRow("overlapping the second box") << QRectF(190, 95, 20, 10) << true;
     QTest::newRow("between the two boxes") << QRectF(60, 60, 100, 30) << false;
 }

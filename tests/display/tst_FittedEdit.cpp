@@ -65,7 +65,7 @@ private Q_SLOTS:
     void upToTwelveCharactersAreFullyVisible_data();
     void upToTwelveCharactersAreFullyVisible();
     void exponentIsVisibleWithStyledBackground();
-    void fontShrinksDownToItsLimit();
+    void longTextShrinksTheFontToItsMinimum();
     void normalFontReturnsWithShortText();
     void normalFontReturnsInWiderField();
     void fontChangeKeepsTheSizeHints();
@@ -79,8 +79,8 @@ private Q_SLOTS:
     void longTextWithFocusCanBeScrolled();
     void tabReturnsTheCursorToTheStart();
     void deactivatingTheWindowKeepsTheCursorPosition();
-    void textOnStyledBackgroundIsBlackInDarkTheme();
-    void textWithoutBackgroundUsesThePalette();
+    void textOnStyledBackgroundIsDarkInDarkTheme();
+    void textWithoutStyledBackgroundUsesThePaletteColour();
 
 private:
     std::unique_ptr<QWidget> m_window;
@@ -136,7 +136,7 @@ void tst_FittedEdit::exponentIsVisibleWithStyledBackground()
     QVERIFY(isFullyVisible(*m_edit));
 }
 
-void tst_FittedEdit::fontShrinksDownToItsLimit()
+void tst_FittedEdit::longTextShrinksTheFontToItsMinimum()
 {
     m_edit->setText(QString(200, u'8'));
     QCOMPARE(m_edit->font().pointSizeF(), 7.0);
@@ -300,7 +300,7 @@ void tst_FittedEdit::deactivatingTheWindowKeepsTheCursorPosition()
     QCOMPARE(m_edit->cursorPosition(), 2);
 }
 
-void tst_FittedEdit::textOnStyledBackgroundIsBlackInDarkTheme()
+void tst_FittedEdit::textOnStyledBackgroundIsDarkInDarkTheme()
 {
     const QPalette before = QApplication::palette();
     QPalette dark(Qt::white, QColor(40, 40, 40), Qt::lightGray, Qt::black, Qt::gray, Qt::white,
@@ -315,7 +315,7 @@ void tst_FittedEdit::textOnStyledBackgroundIsBlackInDarkTheme()
     QVERIFY(!inkOf(picture).isEmpty());
 }
 
-void tst_FittedEdit::textWithoutBackgroundUsesThePalette()
+void tst_FittedEdit::textWithoutStyledBackgroundUsesThePaletteColour()
 {
     const QPalette before = QApplication::palette();
     QPalette dark(before);

@@ -152,8 +152,8 @@ void tst_GatheredMarks::gatheredMarksLookLikeMarksDrawnOneByOne()
 void tst_GatheredMarks::marksMatchMarkByMarkDrawingInSeveralImageFormats_data()
 {
     QTest::addColumn<QImage::Format>("format");
-    QTest::newRow("transparent") << QImage::Format_ARGB32_Premultiplied;
-    QTest::newRow("not premultiplied") << QImage::Format_ARGB32;
+    QTest::newRow("premultiplied alpha") << QImage::Format_ARGB32_Premultiplied;
+    QTest::newRow("alpha, not premultiplied") << QImage::Format_ARGB32;
     QTest::newRow("16 bit") << QImage::Format_RGB16;
     QTest::newRow("24 bit") << QImage::Format_RGB888;
     QTest::newRow("10 bit") << QImage::Format_BGR30;

@@ -53,10 +53,10 @@ class tst_Histgram : public QObject
 private Q_SLOTS:
     void init();
 
-    void limitsAreReadFromTheEdits();
+    void limitsAndNumberOfBinsAreReadFromTheEdits();
     void unparsableTextCountsAsZero();
-    void numberOfBinsIsTruncatedAndLimited_data();
-    void numberOfBinsIsTruncatedAndLimited();
+    void numberOfBinsIsTruncatedAndLimitedToAMillion_data();
+    void numberOfBinsIsTruncatedAndLimitedToAMillion();
     void initReadsTheAutomaticMode();
     void initZeroesTheCountsAndRereadsTheLimits();
 
@@ -118,7 +118,7 @@ void tst_Histgram::countTenValues()
 
 // The tolerance of 1e-15 is about five ulps of 1, the upper limit, and far below any
 // visible difference.
-void tst_Histgram::limitsAreReadFromTheEdits()
+void tst_Histgram::limitsAndNumberOfBinsAreReadFromTheEdits()
 {
     m_from.setText("0");
     m_to.setText("1");
@@ -144,7 +144,7 @@ void tst_Histgram::unparsableTextCountsAsZero()
     QCOMPARE(m_histogram.boxes, 0);
 }
 
-void tst_Histgram::numberOfBinsIsTruncatedAndLimited_data()
+void tst_Histgram::numberOfBinsIsTruncatedAndLimitedToAMillion_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("boxes");
@@ -159,7 +159,7 @@ void tst_Histgram::numberOfBinsIsTruncatedAndLimited_data()
     QTest::newRow("NaN") << "nan" << 0;
 }
 
-void tst_Histgram::numberOfBinsIsTruncatedAndLimited()
+void tst_Histgram::numberOfBinsIsTruncatedAndLimitedToAMillion()
 {
     QFETCH(QString, text);
     QFETCH(int, boxes);

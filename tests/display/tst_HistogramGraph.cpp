@@ -147,8 +147,8 @@ private Q_SLOTS:
     void emptyBinsHaveNoBar();
     void barsAreClippedToTheView_data();
     void barsAreClippedToTheView();
-    void viewAwayFromTheBarsIsEmpty_data();
-    void viewAwayFromTheBarsIsEmpty();
+    void viewAwayFromTheBarsShowsNoBars_data();
+    void viewAwayFromTheBarsShowsNoBars();
 
     void manyBinsMatchBarByBarDrawing_data();
     void manyBinsMatchBarByBarDrawing();
@@ -160,8 +160,8 @@ private Q_SLOTS:
     void horizontalGridStepIsDerivedFromTheXScale();
     void gridIsDrawnOnlyBetweenTheLimitsAndInsideTheView();
     void denseHorizontalGridHasALineInEachPixelRow();
-    void graphWithExtremeNumbersStillHasItsOutline_data();
-    void graphWithExtremeNumbersStillHasItsOutline();
+    void graphWithExtremeNumbersKeepsItsOutline_data();
+    void graphWithExtremeNumbersKeepsItsOutline();
 };
 
 void tst_HistogramGraph::graphWithoutVisibleBinsIsEmpty()
@@ -379,8 +379,8 @@ void tst_HistogramGraph::barsAreClippedToTheView_data()
     QTest::newRow("deep inside one bar") << PlotRange{4.0, 10.0, 4.0001, 10.001};
     QTest::newRow("inside in x only") << PlotRange{3.999, -3.0, 4.001, 33.0};
     QTest::newRow("inside in y only") << PlotRange{-10.0, 10.0, 20.0, 10.001};
-    QTest::newRow("below the bar") << PlotRange{3.0, -50.0, 5.0, 2.0};
-    QTest::newRow("above the lower end of the bar") << PlotRange{3.0, 15.0, 5.0, 95.0};
+    QTest::newRow("lower end of the bars") << PlotRange{3.0, -50.0, 5.0, 2.0};
+    QTest::newRow("upper end of the bars") << PlotRange{3.0, 15.0, 5.0, 95.0};
     QTest::newRow("shifted bars at the left edge") << PlotRange{3.495, -3.0, 5.0, 33.0};
 }
 
@@ -398,7 +398,7 @@ void tst_HistogramGraph::barsAreClippedToTheView()
     QVERIFY(isSamePicture(plot.picture(), referenceOf(graph).picture(view), view.inside()));
 }
 
-void tst_HistogramGraph::viewAwayFromTheBarsIsEmpty_data()
+void tst_HistogramGraph::viewAwayFromTheBarsShowsNoBars_data()
 {
     QTest::addColumn<PlotRange>("range");
     QTest::newRow("left of the bars") << PlotRange{-90.0, -3.0, -80.0, 33.0};
@@ -409,7 +409,7 @@ void tst_HistogramGraph::viewAwayFromTheBarsIsEmpty_data()
     QTest::newRow("far above the bars") << PlotRange{0.0, 4e15, 8.5, 6e15};
 }
 
-void tst_HistogramGraph::viewAwayFromTheBarsIsEmpty()
+void tst_HistogramGraph::viewAwayFromTheBarsShowsNoBars()
 {
     QFETCH(PlotRange, range);
     HistogramGraph graph;
@@ -567,7 +567,7 @@ void tst_HistogramGraph::denseHorizontalGridHasALineInEachPixelRow()
     QCOMPARE(QList<int>(rows.rbegin(), rows.rend()), valuesFrom(117, 218, 1));
 }
 
-void tst_HistogramGraph::graphWithExtremeNumbersStillHasItsOutline_data()
+void tst_HistogramGraph::graphWithExtremeNumbersKeepsItsOutline_data()
 {
     addExtremeNumbers();
     QTest::newRow("zero") << 0.0;
@@ -575,7 +575,7 @@ void tst_HistogramGraph::graphWithExtremeNumbersStillHasItsOutline_data()
 
 // Each number is used in turn as a limit, as the position or width of the bins, and as
 // a limit of the view.
-void tst_HistogramGraph::graphWithExtremeNumbersStillHasItsOutline()
+void tst_HistogramGraph::graphWithExtremeNumbersKeepsItsOutline()
 {
     QFETCH(double, number);
     for (int field = 0; field < 8; ++field) {

@@ -100,8 +100,8 @@ private Q_SLOTS:
     void laterPointsAreDrawnOverEarlierPoints();
     void nonFiniteOrVeryFarPointsAreOmitted_data();
     void nonFiniteOrVeryFarPointsAreOmitted();
-    void graphWithExtremeNumbersStillHasItsOutline_data();
-    void graphWithExtremeNumbersStillHasItsOutline();
+    void graphWithExtremeNumbersKeepsItsOutline_data();
+    void graphWithExtremeNumbersKeepsItsOutline();
 };
 
 void tst_PlaneGraph::graphWithoutPointsIsEmpty()
@@ -371,7 +371,7 @@ void tst_PlaneGraph::nonFiniteOrVeryFarPointsAreOmitted()
     QVERIFY(countOf(image, {198, 148, 5, 5}, blue) >= 8);
 }
 
-void tst_PlaneGraph::graphWithExtremeNumbersStillHasItsOutline_data()
+void tst_PlaneGraph::graphWithExtremeNumbersKeepsItsOutline_data()
 {
     addExtremeNumbers();
     QTest::newRow("zero") << 0.0;
@@ -379,7 +379,7 @@ void tst_PlaneGraph::graphWithExtremeNumbersStillHasItsOutline_data()
 
 // Each number is used in turn in a point, in a line and in the view, with an automatic
 // and with a fixed range.
-void tst_PlaneGraph::graphWithExtremeNumbersStillHasItsOutline()
+void tst_PlaneGraph::graphWithExtremeNumbersKeepsItsOutline()
 {
     QFETCH(double, number);
     for (int field = 0; field < 10; ++field) {

@@ -119,8 +119,8 @@ private Q_SLOTS:
     void gridEndsWithinHalfAStepOfTheUpperValence_data();
     void gridEndsWithinHalfAStepOfTheUpperValence();
     void pointsAreDrawnOverTheGrid();
-    void graphWithExtremeNumbersStillHasItsOutline_data();
-    void graphWithExtremeNumbersStillHasItsOutline();
+    void graphWithExtremeNumbersKeepsItsOutline_data();
+    void graphWithExtremeNumbersKeepsItsOutline();
 };
 
 void tst_ThicknessGraph::graphWithoutPixelsIsEmpty()
@@ -294,13 +294,13 @@ void tst_ThicknessGraph::pointsAreDrawnOverTheGrid()
     QCOMPARE(image.pixelColor(210, 142), plainGrid);
 }
 
-void tst_ThicknessGraph::graphWithExtremeNumbersStillHasItsOutline_data()
+void tst_ThicknessGraph::graphWithExtremeNumbersKeepsItsOutline_data()
 {
     addExtremeNumbers();
     QTest::newRow("1e17") << 1e17;
 }
 
-void tst_ThicknessGraph::graphWithExtremeNumbersStillHasItsOutline()
+void tst_ThicknessGraph::graphWithExtremeNumbersKeepsItsOutline()
 {
     QFETCH(double, number);
     for (int field = 0; field < 6; ++field) {
