@@ -445,6 +445,8 @@ void tst_DispMBase::setZRangeKeepsTheView()
     m_frame->setZRange(5.0, 6.0);
     QVERIFY(m_frame->DispA->hasScale);
     QCOMPARE(m_frame->DispA->cc.realX0, 1.0);
+    QCOMPARE(m_frame->DispA->cc.realY0, 2.0);
+    QCOMPARE(m_frame->DispA->cc.realX1, 3.0);
     QCOMPARE(m_frame->DispA->cc.realY1, 4.0);
     QVERIFY(m_frame->CBar->autoScale);
     QCOMPARE(m_frame->CBar->imin, 0.0);

@@ -212,10 +212,15 @@ void tst_Graph::emptyGraphKeepsTheRanges()
     plot.picture();
     QVERIFY(!plot.DispA->hasScale);
     QCOMPARE(plot.range.x0, -1.0);
+    QCOMPARE(plot.range.y0, -2.0);
+    QCOMPARE(plot.range.x1, -3.0);
     QCOMPARE(plot.range.y1, -4.0);
     plot.setRealCoord(12.0, 0.0, 15.3, 1.1);
     plot.picture();
     QCOMPARE(plot.cc().realX0, 12.0);
+    QCOMPARE(plot.cc().realY0, 0.0);
+    QCOMPARE(plot.cc().realX1, 15.3);
+    QCOMPARE(plot.cc().realY1, 1.1);
     QVERIFY(plot.DispA->hasScale);
 }
 

@@ -112,7 +112,7 @@ private Q_SLOTS:
     void gridOfOneValueHasOneLine();
     void invalidGridsAreEmpty_data();
     void invalidGridsAreEmpty();
-    void gridsWithExtremeNumbersAreDrawnQuickly();
+    void onlyValidGridsOfExtremeNumbersAreDrawn();
     void valenceGridEndsWithinHalfAStepOfTheUpperValence();
 };
 
@@ -315,7 +315,7 @@ void tst_GridLines::invalidGridsAreEmpty()
 
 // Every call must return quickly. Grids with a non-finite number or a step of 0 or less
 // must draw nothing; of the other grids, at least one must draw something.
-void tst_GridLines::gridsWithExtremeNumbersAreDrawnQuickly()
+void tst_GridLines::onlyValidGridsOfExtremeNumbersAreDrawn()
 {
     const QList<double> numbers{0,    0.1,      -1,       1e17,      1e300,     -1e300,
                                 huge, smallest, infinite, -infinite, notANumber};
