@@ -19,7 +19,7 @@ private Q_SLOTS:
 
     void energyPointsAreReadFromTheirRows();
     void unparsableTextIsReadAsZero();
-    void loadedMapIsReported();
+    void onlyARowWithALoadedMapHasAMap();
     void referencesAreReadFromTheirRows();
     void methodsAreReadFromTheRadios();
     void calculationStatePointsToTheDataOfTheRows();
@@ -85,7 +85,7 @@ void tst_InputReader::unparsableTextIsReadAsZero()
     QCOMPARE(reader.edge().preEdgeEnd, -50.0);
 }
 
-void tst_InputReader::loadedMapIsReported()
+void tst_InputReader::onlyARowWithALoadedMapHasAMap()
 {
     const UnconnectedWidgets& loose = *m_loose;
     loose.point(7)->loaded = true;

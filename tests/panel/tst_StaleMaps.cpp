@@ -191,9 +191,9 @@ class tst_StaleMaps : public QObject
 private Q_SLOTS:
     void initTestCase();
 
-    void resultEqualsTheResultOfAResetPanel_data();
-    void resultEqualsTheResultOfAResetPanel();
-    void resultEqualsTheResultOfANewPanel();
+    void recalculationAfterAnActionMatchesAResetPanel_data();
+    void recalculationAfterAnActionMatchesAResetPanel();
+    void recalculationAfterMapChangesMatchesANewPanel();
     void binaryMapLoadedOverATextMapKeepsTheTextPixels();
     void copyOfTheResultIsNotModifiedByLaterCalculations();
 
@@ -232,7 +232,7 @@ void tst_StaleMaps::loadAll(FourPs& panel) const
     }
 }
 
-void tst_StaleMaps::resultEqualsTheResultOfAResetPanel_data()
+void tst_StaleMaps::recalculationAfterAnActionMatchesAResetPanel_data()
 {
     QTest::addColumn<Action>("action");
     QTest::addColumn<bool>("changes"); // whether the action changes the result of every method
@@ -331,7 +331,7 @@ void tst_StaleMaps::addChoiceActions()
 // has no earlier results and no cached data, then calculates with the same inputs. Both
 // panels must have the same result. If the calculation is refused, the first panel must keep
 // its earlier result.
-void tst_StaleMaps::resultEqualsTheResultOfAResetPanel()
+void tst_StaleMaps::recalculationAfterAnActionMatchesAResetPanel()
 {
     QFETCH(Action, action);
     QFETCH(bool, changes);
@@ -364,7 +364,7 @@ void tst_StaleMaps::resultEqualsTheResultOfAResetPanel()
     }
 }
 
-void tst_StaleMaps::resultEqualsTheResultOfANewPanel()
+void tst_StaleMaps::recalculationAfterMapChangesMatchesANewPanel()
 {
     loadAll(*m_panel);
     useRows(*m_panel, {0, 1, 2, 3, 4, 5});
