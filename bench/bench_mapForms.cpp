@@ -1,4 +1,4 @@
-// Measures the three forms of the four-points family for maps of 1000 x 1000 pixels. The
+// Measures the three forms of the four-point family for maps of 1000 x 1000 pixels. The
 // reference implementation parses texts and looks up references for every pixel. The
 // program is measured without and with cached absorbances.
 

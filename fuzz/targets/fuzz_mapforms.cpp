@@ -193,7 +193,7 @@ private:
     };
 
     /// Index of the non-equivalent method. The lower indices are the forms of the
-    /// four-points family.
+    /// four-point family.
     static constexpr int neqForm = 3;
 
     A2DData& anyMap()

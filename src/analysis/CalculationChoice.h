@@ -33,7 +33,7 @@ struct Choice {
 
 /// Chooses the variant for one target spectrum.
 ///
-/// Four-points family: 3 rows select the three-point form. 4 rows select the exact
+/// Four-point family: 3 rows select the three-point form. 4 rows select the exact
 /// form if its radio button is on, otherwise the least-squares form. 5 or more rows
 /// select the least-squares form if its radio button is on. The non-equivalent method
 /// needs at least 4 rows with the linear background and 5 with the Victoreen
@@ -46,14 +46,14 @@ Choice chooseForTarget(const MethodRadios& radios, int selected);
 
 /// Chooses the variant for a stack of maps.
 ///
-/// The four-points family follows the rules of chooseForTarget(). The
+/// The four-point family follows the rules of chooseForTarget(). The
 /// non-equivalent method needs at least as many rows as the fit has unknowns:
 /// @p validReferences plus 2 with the linear background, plus 3 with the
 /// Victoreen background.
 ///
 /// @param selected         number of used rows that have a map
 /// @param validReferences  number of references that are used and valid
-/// @return the variant; if no rule applies, a refusal with MessageId::WrongCount (four-points
+/// @return the variant; if no rule applies, a refusal with MessageId::WrongCount (four-point
 ///         family) or MessageId::TooFewRows (non-equivalent method)
 Choice chooseForMap(const MethodRadios& radios, int selected, int validReferences);
 

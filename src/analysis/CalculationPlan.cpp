@@ -68,7 +68,7 @@ bool usedSpectraCanRun(const ReferenceSet& references, QList<Message>& messages)
     return true;
 }
 
-// Collects the rows for a form of the four-points family. If several rows are marked as
+// Collects the rows for a form of the four-point family. If several rows are marked as
 // V point, all but the last are dropped, so too few rows can remain.
 void planRows(const CalculationState& state, Variant form, CalculationPlan& plan)
 {

@@ -19,13 +19,13 @@ struct CalculationState;
 struct CalculationPlan {
     QList<Message> messages;        ///< in the order in which to show them
     std::optional<Variant> variant; ///< the variant to run; if empty, keep the earlier results
-    CollectedRows rows;             ///< input of the four-points family; empty for other variants
+    CollectedRows rows;             ///< input of the four-point family; empty for other variants
 };
 
 /// Plans the target calculation.
 ///
 /// The order of the checks is: V row, first two used references, target, number of used
-/// rows (with or without a map). Last, the four-points family needs enough rows after
+/// rows (with or without a map). Last, the four-point family needs enough rows after
 /// surplus V rows are dropped; for the non-equivalent method, all references that the fit
 /// uses must be valid. A V row is required even for the non-equivalent method, which does
 /// not use it.

@@ -1,4 +1,4 @@
-// The three forms of the four-points method. Each calculates the fraction of the
+// The three forms of the four-point method. Each calculates the fraction of the
 // first reference and the thickness from the absorbance of a target and of two
 // references at a few energies.
 //

@@ -81,7 +81,7 @@ void FourPs::runMapForm(Variant variant, MapForm form, analysis::MapStack stack)
             initHistograms({HistV, HistT});
         },
         [&] { form(stack, BaseData, *HistV, *HistT); });
-    // The four-points family does not fill the histograms of single references, so the
+    // The four-point family does not fill the histograms of single references, so the
     // counts of an earlier non-equivalent run are cleared.
     initHistograms(HistRatio + HistDMut);
     Disps->update();

@@ -1,4 +1,4 @@
-// The four-points family on a stack of maps.
+// The four-point family on a stack of maps.
 #pragma once
 
 #include "analysis/CalculationChoice.h"
@@ -24,7 +24,7 @@ struct MapPoint {
     double r2 = 0.0;              ///< mut of the second reference
 };
 
-/// The input of a map calculation by the four-points family.
+/// The input of a map calculation by the four-point family.
 struct MapStack {
     QList<MapPoint> others;              ///< the rows without the V row, in row order
     MapPoint v;                          ///< the V row; its map determines the size of the result

@@ -14,7 +14,7 @@ namespace analysis
 /// Read access to one of the thirteen quantities of a result map. A quantity is
 /// identified by its column in the extended result file; see analysis::neq.
 ///
-/// The non-equivalent method stores all quantities of a pixel. The four-points family
+/// The non-equivalent method stores all quantities of a pixel. The four-point family
 /// stores only the fraction a and the thickness. Its share of the first reference is a,
 /// its share of the second reference is 1 - a, its total dMut is the thickness, and its
 /// valence is calculated from a. All other quantities are 0.
@@ -22,7 +22,7 @@ class MapQuantity
 {
 public:
     /// @param result  must neither change nor be destroyed while the quantity is used
-    /// @param mix     converts a fraction to a valence; four-points family only
+    /// @param mix     converts a fraction to a valence; four-point family only
     /// @param kind    column 0 to 12; with any other number all values are 0
     MapQuantity(const A2DData& result, const ValenceMix& mix, int kind)
         : m_rows(result.rows)

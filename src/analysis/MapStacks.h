@@ -10,7 +10,7 @@ namespace analysis
 struct CalculationState;
 struct CollectedRows;
 
-/// The input of the four-points family for @p rows, which must have a V row. The map of
+/// The input of the four-point family for @p rows, which must have a V row. The map of
 /// a row is used even if it is not loaded: it then has no pixels, or those that remain after a
 /// failed load. The caller can set MapStack::memory to keep caches for the next run.
 MapStack mapStack(const CalculationState& state, const CollectedRows& rows);

@@ -36,7 +36,7 @@ Selection selectedRows(const QList<PointState>& points);
 /// Selects the used rows that have a map.
 Selection selectedMapRows(const QList<PointState>& points);
 
-/// The numbers of one row for the four-points family.
+/// The numbers of one row for the four-point family.
 struct PointNumbers {
     int row = -1;        ///< index of the energy-point row; -1 if there is none
     double energy = 0.0; ///< eV
@@ -44,7 +44,7 @@ struct PointNumbers {
     double r2 = 0.0;     ///< mut of the second used reference
 };
 
-/// The input of the four-points family.
+/// The input of the four-point family.
 struct CollectedRows {
     QList<PointNumbers> others; ///< used rows not marked as V point, in row order
     PointNumbers v;             ///< the last used row marked as V point, if any

@@ -22,7 +22,7 @@ struct ReferencePart {
 /// they are infinite or NaN.
 struct TargetResult {
     Variant variant = Variant::ThreePoints;
-    double a = 0.0;       ///< fraction (four-points family) or share of the first used reference
+    double a = 0.0;       ///< fraction (four-point family) or share of the first used reference
     double valence = 0.0; ///< valence of the mixture
     double thickness =
         0.0; ///< relative thickness, total dMut (non-equivalent), or 0 (three points)

@@ -9,7 +9,7 @@
 
 /// One pixel of a map file or of a result map.
 ///
-/// In a result map of the four-points family, @c intensity is the fraction of the first
+/// In a result map of the four-point family, @c intensity is the fraction of the first
 /// reference and @c i0 is the thickness. In a result map of the non-equivalent method,
 /// @c intensity is the share of the first reference and @c i0 is the total dMut.
 struct A2DRow {

@@ -189,7 +189,7 @@ public Q_SLOTS:
     /// in BaseData and in the histograms.
     void calcMap();
 
-    /// Calculates the target and shows the result in CalcRes. The four-points methods use the
+    /// Calculates the target and shows the result in CalcRes. The four-point methods use the
     /// energy rows; the non-equivalent method uses the spectra.
     void calcTarget();
 

@@ -24,7 +24,7 @@ public:
     static QString of(const analysis::Message& refusal);
 
     /// Returns the result line of a target calculation: with 6 significant digits for the
-    /// four-points methods, with three decimals for the non-equivalent method.
+    /// four-point methods, with three decimals for the non-equivalent method.
     static QString of(const analysis::TargetResult& result);
 
     /// Returns the result line of a linear combination fit.

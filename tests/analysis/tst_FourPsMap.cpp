@@ -359,7 +359,7 @@ void tst_FourPsMap::refusedCalculationIsReportedAndChangesNoResult_data()
     newRow("no V row", points().markVRows({}), {"V Point is not selected"});
     newRow("two rows", points().useRows({1, 2}), {wrongCount.arg(2).arg(4)});
     newRow("two V rows", points().useRows({0, 1, 2}).markVRows({0, 2}), {wrongCount.arg(2).arg(3)});
-    newRow("one used reference for the four-points family",
+    newRow("one used reference for the four-point family",
            points().useRows({0, 1, 2}).useReferences({0}), {fewReferences.arg(1)});
     newRow("fewer rows than unknowns", inputs().useRows({0, 1, 2}), {tooFewRows.arg(3).arg(4)});
     newRow("invalid second reference", inputs().makeInvalid({1}),

@@ -1175,7 +1175,7 @@ class Panel:
                 raise Refused(None)
             return self._non_equivalent_map()
         rows, v, run = self.solver(self.form_of(n))
-        # The four-points methods reset the histograms of the references but count
+        # The four-point methods reset the histograms of the references but count
         # nothing in them.
         self._start_histograms([self.hist_v, *self.hist_ratio], [self.hist_t, *self.hist_dmut])
         base_row = self.maps[v]

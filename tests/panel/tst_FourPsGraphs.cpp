@@ -705,7 +705,7 @@ void tst_FourPsGraphs::actionRepaintsTheGraphs_data()
         panel.lcf();
     });
     add("a map is calculated from three points", {0, 1, 2}, [](FourPs& panel) { panel.calcMap(); });
-    add("a map is calculated with the exact four-points method", {0, 1, 2, 3}, [](FourPs& panel) {
+    add("a map is calculated with the exact four-point method", {0, 1, 2, 3}, [](FourPs& panel) {
         chooseWithoutSignals(panel.ui.TypeTMKisExact);
         panel.calcMap();
         chooseWithoutSignals(panel.ui.TypeTMKisLS);

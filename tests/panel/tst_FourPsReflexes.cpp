@@ -20,10 +20,10 @@ using namespace tests;
 namespace
 {
 
-// The line that a map calculation with a four-points method writes if there is no V row.
+// The line that a map calculation with a four-point method writes if there is no V row.
 const QString mapRefusal = QStringLiteral("V Point is not selected");
 
-// Counts the runs of calcBoth(): with a four-points method and no V row, every run writes
+// Counts the runs of calcBoth(): with a four-point method and no V row, every run writes
 // mapRefusal once.
 class RunCounter
 {

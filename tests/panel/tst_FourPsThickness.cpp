@@ -17,7 +17,7 @@ namespace
 
 using Points = QList<QPointF>; // valence and thickness
 
-/// A pixel of the three-point method or of a four-points method: the fraction @p a and the
+/// A pixel of the three-point method or of a four-point method: the fraction @p a and the
 /// thickness.
 A2DRow fraction(double a, double thickness)
 {

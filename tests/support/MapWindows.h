@@ -69,7 +69,7 @@ inline void resetMaps(FourPs& panel)
 }
 
 /// Stores a result of the non-equivalent method: thirteen values per pixel, row-major.
-/// The intensity and I0 fields, in which the four-points family stores a and the
+/// The intensity and I0 fields, in which the four-point family stores a and the
 /// thickness, are -77 and -78. The display must not read them.
 inline void setResult(FourPs& panel, int width, int height, const QList<QList<double>>& pixels)
 {
@@ -98,7 +98,7 @@ inline void setQuantity(FourPs& panel, int quantity, int width, int height,
     mapRadio(panel, quantity)->setChecked(true);
 }
 
-/// One pixel of a result of the four-points family.
+/// One pixel of a result of the four-point family.
 struct FractionPixel {
     double a;
     double thickness;

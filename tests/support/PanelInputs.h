@@ -208,7 +208,7 @@ inline PanelInputs threePointInputs()
     return inputs;
 }
 
-/// Inputs of the four-points methods with four energy rows; the third row is the V row.
+/// Inputs of the four-point methods with four energy rows; the third row is the V row.
 /// The target is half the sum of the two references, so the exact method and the
 /// least-squares method both calculate a = 1/2 and t/ts = 1.
 inline PanelInputs fourPointInputs()

@@ -116,7 +116,7 @@ inline void chooseWithoutSignals(QAbstractButton* button)
     button->setChecked(true);
 }
 
-/// Chooses the four-points family, without signals.
+/// Chooses the four-point family, without signals.
 inline void chooseFourPoints(FourPs& panel)
 {
     chooseWithoutSignals(panel.ui.radioButton);
@@ -150,7 +150,7 @@ inline void prepareThreePointMaps(FourPs& panel)
     setMap(panel, 2, {3});
 }
 
-/// Sets up the four-points methods with four energy rows. The V row is not changed; it must
+/// Sets up the four-point methods with four energy rows. The V row is not changed; it must
 /// be the third row, as in a new panel. The target is half the sum of the two references, so
 /// the exact method and the least-squares method both calculate a = 1/2 and t/ts = 1.
 inline void prepareFourPoints(FourPs& panel)

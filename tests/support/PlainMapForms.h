@@ -1,4 +1,4 @@
-// Reference implementation of the map calculation of the four-points family. For every
+// Reference implementation of the map calculation of the four-point family. For every
 // pixel it looks up the references and parses their valences. It allocates matrices for every
 // linear system and appends the pixels of the result one at a time. The fast path must return the
 // same bits.

@@ -44,7 +44,7 @@ bool report(const SampleOutcome& outcome)
 }
 
 /// Runs all methods: the non-equivalent method, the linear combination fit and the
-/// four-points family. Then calls SampleRun::restart(). Returns whether all checks passed
+/// four-point family. Then calls SampleRun::restart(). Returns whether all checks passed
 /// and all result maps were written.
 bool runAllMethods(SampleRun& run)
 {

@@ -25,7 +25,7 @@
 namespace
 {
 
-// Standard deviations of the results of the four-points family due to the noise of the
+// Standard deviations of the results of the four-point family due to the noise of the
 // spectra. examples/nickel/README.md derives them.
 constexpr double referenceSigmaFraction = 0.00075;
 constexpr double referenceSigmaThickness = 0.0003; // relative to the thickness
@@ -238,7 +238,7 @@ SampleOutcome SampleRun::calculate(const nickel::CombinationForm& form)
 
 SampleOutcome SampleRun::calculate(const nickel::MapForm& form)
 {
-    panel.ui.radioButton->click(); // "multi points": the four-points family
+    panel.ui.radioButton->click(); // "multi points": the four-point family
     loadFiles(nickel::imageOfTwo(), nickel::targetOfTwo());
     useReferences(2);
     chooseSolver(form);
@@ -248,7 +248,7 @@ SampleOutcome SampleRun::calculate(const nickel::MapForm& form)
     calculateTarget();
 
     SampleOutcome outcome;
-    outcome.title = QStringLiteral("Four-points family, ") + QLatin1String(form.name);
+    outcome.title = QStringLiteral("Four-point family, ") + QLatin1String(form.name);
     outcome.line = panel.ui.CalcRes->text();
     outcome.target = {{QStringLiteral("a, fraction of ") + nameOf(nickel::niII),
                        nickel::targetFraction, nickel::targetFraction, panel.TargetV,

@@ -47,7 +47,7 @@ public:
     /// and checks the results. Call load() first.
     SampleOutcome calculate(const nickel::CombinationForm& form);
 
-    /// Calculates the target and the maps by a form of the four-points family, with the
+    /// Calculates the target and the maps by a form of the four-point family, with the
     /// first image, the first target and the first two references. Writes the result map and
     /// both histogram files, and checks the results.
     SampleOutcome calculate(const nickel::MapForm& form);

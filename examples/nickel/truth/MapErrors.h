@@ -1,4 +1,4 @@
-// Calculates the expected errors of the sample's maps for the four-points family. The
+// Calculates the expected errors of the sample's maps for the four-point family. The
 // errors are due to counting noise.
 #pragma once
 
@@ -10,7 +10,7 @@
 namespace nickel
 {
 
-/// A form of the four-points family and the rows that the sample uses for it.
+/// A form of the four-point family and the rows that the sample uses for it.
 struct MapForm {
     const char* name;
     const char* fileName;          ///< file name of the result map
@@ -22,14 +22,14 @@ struct MapForm {
 /// The forms in the order three points, exact four points, least squares.
 const std::vector<MapForm>& mapForms();
 
-/// The result of the four-points family for one pixel: the fraction of Ni(II) and the edge
+/// The result of the four-point family for one pixel: the fraction of Ni(II) and the edge
 /// jump.
 struct MixtureEstimate {
     double fraction = 0.0;
     double jump = 0.0;
 };
 
-/// Solves the model of the four-points family for one pixel, with noise-free references.
+/// Solves the model of the four-point family for one pixel, with noise-free references.
 ///
 /// Below and above the edge the absorbance of a pixel is mut = jump * s(E) + mu0 + k E,
 /// where s is the common shape of both references at these energies. A form with slope fits

@@ -18,7 +18,7 @@ inline constexpr double pixelSizeUm = 2.0;
 
 /// Energies (eV) of the first image's six maps, in the order of aelk's rows. The third
 /// energy is on the rising edge; it is the V point. At the other energies shape() is equal
-/// for Ni(II) and Ni(III) within 1e-12. The four-points family requires this.
+/// for Ni(II) and Ni(III) within 1e-12. The four-point family requires this.
 inline constexpr std::array<double, 6> mapEnergiesEv = {8250, 8320, 8345, 8385, 8430, 8475};
 /// Index of the V point in mapEnergiesEv.
 inline constexpr std::size_t vPoint = 2;

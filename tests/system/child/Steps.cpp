@@ -232,7 +232,7 @@ QJsonObject Steps::panelMap(const Arguments& rowAndPath)
     return result;
 }
 
-/// Calculates a result with the three-points method. No two pixels of the result are equal.
+/// Calculates a result with the three-point method. No two pixels of the result are equal.
 QJsonObject Steps::calculate(const Arguments& widthAndHeight)
 {
     tests::prepareThreePoints(panel());
