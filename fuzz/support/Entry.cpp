@@ -30,7 +30,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     [[maybe_unused]] static const auto former = qInstallMessageHandler(dropMessage);
     // A copy in its own allocation, so that a sanitizer detects reads past the end of the
     // allocation. It does not detect reads of the terminating null that QByteArray adds, or of
-    // a spare byte after it.
+    // an unused byte after it.
     const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
     fuzz::tryInput(bytes);
     return 0;
